@@ -1,0 +1,18 @@
+# Sources of one folder for this platform: files ending in _posix or _win32
+# belong to one system only.
+function(kst_collect_sources out)
+  set(result "")
+  foreach(dir IN LISTS ARGN)
+    file(GLOB_RECURSE found CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/${dir}/*.cpp")
+    foreach(f IN LISTS found)
+      if(WIN32 AND f MATCHES "_posix\\.cpp$")
+        continue()
+      endif()
+      if(NOT WIN32 AND f MATCHES "_win32\\.cpp$")
+        continue()
+      endif()
+      list(APPEND result "${f}")
+    endforeach()
+  endforeach()
+  set(${out} "${result}" PARENT_SCOPE)
+endfunction()

@@ -1,0 +1,141 @@
+#include "lib/alloc.h"
+
+#include <cstdlib>
+#include <cstring>
+
+#include "lib/liblock.h"
+
+namespace {
+
+const int kClassCount = 65;
+const int32_t kSlabSize = 30000;
+const int32_t kHeaderSize = 4;
+// Blocks are carved so that the user area is 8-byte aligned: the 4-byte
+// header sits at an address that is 4 modulo 8, and each carve is rounded up
+// to a multiple of 8. The size classes themselves are unchanged.
+const int32_t kAlign = 8;
+
+#if defined(__SANITIZE_ADDRESS__)
+// Under AddressSanitizer every block comes from the heap, so that overruns,
+// use after free and leaks are seen block by block.
+const bool kPooled = false;
+#else
+const bool kPooled = true;
+#endif
+
+struct Pool {
+  void* freeLists[kClassCount];
+  char* slabFill;
+  int32_t slabLeft;
+  int64_t heapTaken;
+  int64_t heapReturned;
+};
+Pool gPool;
+
+int32_t* headerOf(const void* block) {
+  return reinterpret_cast<int32_t*>(const_cast<char*>(static_cast<const char*>(block)) -
+                                    kHeaderSize);
+}
+
+int32_t roundUp(int32_t value, int32_t step) { return (value + step - 1) / step * step; }
+
+void* heapBlock(int32_t size, int32_t usable) {
+  // kAlign bytes in front: the header is the second word, so the user area
+  // keeps the heap's alignment.
+  char* base = static_cast<char*>(std::malloc(static_cast<size_t>(usable) + kAlign));
+  gPool.heapTaken += usable + kHeaderSize;
+  char* user = base + kAlign;
+  *headerOf(user) = size;
+  return user;
+}
+
+void* carve(int32_t total) {
+  // A free block holds its link in the user area, so even the smallest class
+  // gets room for a pointer.
+  const int32_t minimum = kHeaderSize + static_cast<int32_t>(sizeof(void*));
+  int32_t step = roundUp(total < minimum ? minimum : total, kAlign);
+  if (step > gPool.slabLeft) {
+    char* slab = static_cast<char*>(std::malloc(kSlabSize + kAlign));
+    gPool.heapTaken += kSlabSize;
+    gPool.slabFill = slab + kAlign - kHeaderSize;
+    gPool.slabLeft = kSlabSize;
+  }
+  char* block = gPool.slabFill;
+  gPool.slabFill += step;
+  gPool.slabLeft -= step;
+  return block + kHeaderSize;
+}
+
+}  // namespace
+
+int FRoundSize(int32_t size, int32_t* usable) {
+  int64_t t = static_cast<int64_t>(size < 0 ? 0 : size) + kHeaderSize;
+  int64_t total;
+  int index;
+  if (t <= 64) {
+    total = (t + 3) / 4 * 4;
+    index = static_cast<int>(total / 4);
+  } else if (t <= 256) {
+    total = (t + 15) / 16 * 16;
+    index = static_cast<int>(total / 16 + 16);
+  } else if (t <= 1024) {
+    total = (t + 63) / 64 * 64;
+    index = static_cast<int>(total / 64 + 32);
+  } else if (t <= 4096) {
+    total = (t + 255) / 256 * 256;
+    index = static_cast<int>(total / 256 + 48);
+  } else {
+    total = (t + 4095) / 4096 * 4096;
+    index = -1;
+  }
+  if (usable) *usable = static_cast<int32_t>(total - kHeaderSize);
+  return index;
+}
+
+void* FAlloc(int32_t size) {
+  int32_t usable;
+  int index = FRoundSize(size, &usable);
+  FLibGuard guard;
+  if (index < 0 || !kPooled) return heapBlock(size, usable);
+  void* block = gPool.freeLists[index];
+  if (block != nullptr) {
+    std::memcpy(&gPool.freeLists[index], block, sizeof(void*));
+  } else {
+    block = carve(usable + kHeaderSize);
+  }
+  *headerOf(block) = size;
+  return block;
+}
+
+void FFree(void* block) {
+  if (block == nullptr) return;
+  int32_t size = *headerOf(block);
+  int32_t usable;
+  int index = FRoundSize(size, &usable);
+  FLibGuard guard;
+  if (index < 0 || !kPooled) {
+    gPool.heapReturned += usable + kHeaderSize;
+    std::free(static_cast<char*>(block) - kAlign);
+    return;
+  }
+  // The first word of a free block links to the next free block of its class.
+  std::memcpy(block, &gPool.freeLists[index], sizeof(void*));
+  gPool.freeLists[index] = block;
+}
+
+int32_t FGrowCapacity(int32_t n, int32_t elementSize, int32_t* requestBytes) {
+  int64_t units = static_cast<int64_t>(n) * 5 / 4 + 1;
+  int64_t bytes = units * elementSize;
+  if (bytes > INT32_MAX - 8192) bytes = INT32_MAX - 8192;
+  *requestBytes = static_cast<int32_t>(bytes);
+  int32_t usable;
+  FRoundSize(*requestBytes, &usable);
+  return usable / elementSize - 1;
+}
+
+int32_t FBlockSize(const void* block) { return *headerOf(block); }
+
+FAllocStats FAllocTotals() {
+  FLibGuard guard;
+  return FAllocStats{gPool.heapTaken, gPool.heapReturned};
+}

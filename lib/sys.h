@@ -1,0 +1,198 @@
+// The one interface between the program and the operating system. There is a
+// POSIX implementation (sys_posix.cpp) and a Win32 one (sys_win32.cpp);
+// nothing else in the core talks to the system.
+//
+// Text policy: every path and name crossing this interface is 8-bit text in
+// the system code page (Shift-JIS). On POSIX the implementation converts to
+// and from the file system's UTF-8 at each system call; a character that has
+// no Shift-JIS form travels as the escape "{%uXXXX}", and a byte that is not
+// valid UTF-8 as the escape of U+DC00 plus the byte, so that every name read
+// from the file system comes back unchanged when passed in again.
+//
+// Failure: calls that can fail return false (or a null handle, or -1) and
+// leave the reason in the system's last-error value, which SysErrorText turns
+// into text. Nothing here reports messages or throws.
+#pragma once
+
+#include <cstdint>
+
+class LStr;
+
+// ---- Errors
+
+// The last error of the calling thread (errno on POSIX, GetLastError on
+// Windows), and a way to set it.
+int SysLastError();
+void SysSetLastError(int code);
+// The system's sentence for an error code, without a line end; "(no message)"
+// when the system has none.
+void SysErrorText(int code, LStr& out);
+// The run-time's errno and its text, for messages that name the C library.
+int SysErrno();
+void SysErrnoText(int code, LStr& out);
+
+// ---- Files
+
+// 100-nanosecond ticks since 1601-01-01 UTC, the unit of the three file times
+// on both systems; 0 means "unknown" or, when setting, "leave as it is".
+typedef uint64_t SysTime;
+
+enum : uint32_t {
+  kSysAttrReadOnly = 0x1,
+  kSysAttrHidden = 0x2,
+  kSysAttrSystem = 0x4,
+  kSysAttrDirectory = 0x10,
+  kSysAttrArchive = 0x20,
+  kSysAttrDevice = 0x40,  // POSIX: a socket, pipe or device; never read
+  kSysAttrNormal = 0x80,
+  kSysAttrLink = 0x400,  // a symbolic link (reparse point) that was not followed
+};
+
+struct SysFileInfo {
+  uint32_t attributes;
+  int64_t size;
+  SysTime created;
+  SysTime accessed;
+  SysTime modified;
+};
+
+// An open file; -1 is none.
+typedef intptr_t SysFile;
+const SysFile kSysNoFile = -1;
+
+// Opens with the share and disposition rules of the library's files:
+//  'r'  read; others may read and write; the file must exist.
+//  'w'  write; others may only read; created or emptied.
+//  'a'  write; others may only read; created if missing, kept otherwise.
+// A second writer is shut out while readers go on (on POSIX through an
+// exclusive advisory lock taken before anything is emptied). The cursor
+// starts at 0 in every mode.
+SysFile SysOpenFile(const char* path, char mode);
+bool SysReadFile(SysFile file, void* buffer, int32_t size, int32_t* done);
+bool SysWriteFile(SysFile file, const void* buffer, int32_t size, int32_t* done);
+// A negative position means the end of the file; the new position is stored.
+bool SysSeekFile(SysFile file, int64_t position, int64_t* result);
+// Ends the file at the present position.
+bool SysTruncateFile(SysFile file);
+bool SysFlushFile(SysFile file);
+bool SysCloseFile(SysFile file);
+
+// ---- Folders and paths
+
+// Lists one folder's entries, leaving out "." and "..". Symbolic links to
+// files report their target; links to folders are reported with
+// kSysAttrDirectory | kSysAttrLink and are not to be followed.
+class SysFolderScan {
+ public:
+  explicit SysFolderScan(const char* folder);
+  ~SysFolderScan();
+  SysFolderScan(const SysFolderScan&) = delete;
+  SysFolderScan& operator=(const SysFolderScan&) = delete;
+  bool isOpen() const { return handle_ != nullptr; }
+  // The next entry; false at the end.
+  bool next(LStr& name, SysFileInfo& info);
+
+ private:
+  void* handle_;
+  void* state_;
+};
+
+// Information about one path (links to files are followed, as above).
+bool SysStat(const char* path, SysFileInfo* info);
+// The attributes of a path, or false when it does not exist.
+bool SysGetAttributes(const char* path, uint32_t* attributes);
+// Read-only and hidden where the system can express them.
+bool SysSetAttributes(const char* path, uint32_t attributes);
+bool SysSetFileTimes(const char* path, SysTime created, SysTime accessed, SysTime modified);
+bool SysMakeFolder(const char* path);
+bool SysRemoveFolder(const char* path);
+bool SysDeleteFile(const char* path);
+bool SysCopyFile(const char* from, const char* to, bool failIfExists);
+// Renames; fails when `to` exists.
+bool SysRenameFile(const char* from, const char* to);
+bool SysFullPath(const char* path, LStr& out);
+bool SysLongPath(const char* path, LStr& out);
+// The separator of this system's paths.
+char SysPathSeparator();
+// The temporary folder, ending in a separator.
+void SysTempFolder(LStr& out);
+// The per-user local application data folder, without a trailing separator
+// (POSIX: $XDG_DATA_HOME, else ~/.local/share).
+bool SysLocalAppDataFolder(LStr& out);
+void SysComputerName(LStr& out);
+void SysUserName(LStr& out);
+
+// ---- Time and processes
+
+SysTime SysNow();
+// Local time zone offset from UTC at a given time, in seconds east.
+int32_t SysLocalOffset(SysTime at);
+void SysSleep(int32_t milliseconds);
+uint32_t SysProcessId();
+// The usable screen size in pixels (a fixed 1920 by 1080 where there is none).
+void SysScreenSize(int32_t* width, int32_t* height);
+
+// ---- Threads
+
+typedef void (*SysThreadEntry)(void* argument);
+// An opaque thread handle; null is none.
+// Every handle that SysStartThread or SysCurrentThread gives is the caller's
+// to release once with SysReleaseThread; releasing never stops the thread,
+// and a handle stays usable for SysKillThread until it is released.
+typedef void* SysThread;
+// Starts a thread that cleans up after itself when it ends (nobody joins it).
+SysThread SysStartThread(SysThreadEntry entry, void* argument);
+void SysReleaseThread(SysThread thread);
+// A real handle to the calling thread, usable from other threads.
+SysThread SysCurrentThread();
+uint32_t SysCurrentThreadId();
+bool SysKillThread(SysThread thread);
+
+// Auto-reset events, not signalled at creation.
+typedef void* SysEvent;
+SysEvent SysCreateEvent();
+bool SysCloseEvent(SysEvent event);
+bool SysSetEvent(SysEvent event);
+// A negative time waits without limit. Returns the index of the event that
+// came (0, or 1 for the second of two), 2 on time-out, -1 on failure.
+int SysWaitEvent(SysEvent event, int32_t milliseconds);
+int SysWaitEvents(SysEvent first, SysEvent second, int32_t milliseconds);
+
+// A recursive critical section.
+typedef void* SysLock;
+SysLock SysCreateLock();
+void SysDeleteLock(SysLock lock);
+void SysEnterLock(SysLock lock);
+void SysLeaveLock(SysLock lock);
+
+// ---- Break signal (Ctrl+C)
+
+// While held (counted), a break cannot end the process; a handler that the
+// program installed itself is left alone.
+void SysHoldBreak();
+void SysReleaseBreak();
+
+// ---- Code pages
+
+// The system's 8-bit code page: 932 on POSIX.
+int SysCodePage();
+// Mirror MultiByteToWideChar and WideCharToMultiByte (the latter with
+// WC_NO_BEST_FIT_CHARS except for code pages 65000 and 65001): the count
+// written, or 0 on failure. `usedDefault` is set when a unit had no form.
+int32_t SysToWide(int codePage, const char* text, int32_t size, uint16_t* out, int32_t room);
+int32_t SysFromWide(int codePage, const uint16_t* text, int32_t size, char* out, int32_t room,
+                    bool* usedDefault);
+
+// ---- Console and boxes
+
+// Writes to the program's diagnostic output, creating a console on first use
+// where the program has none; returns true when a console was created.
+bool SysConsoleWrite(const char* text, int32_t size);
+// Gives back a console that SysConsoleWrite created.
+void SysConsoleRelease();
+// Shows a modal, topmost box and returns the button pressed (the system's
+// numbers: 1 OK, 6 yes, 7 no). On POSIX it writes the box to stderr and
+// returns 1.
+int SysMessageBox(const char* title, const char* text, uint32_t flags);
+// Ends the process at once with a code.
+[[noreturn]] void SysExitProcess(int code);

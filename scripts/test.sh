@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds every configuration and runs every test:
+# Linux natively, Linux under AddressSanitizer and UndefinedBehaviorSanitizer,
+# the Windows build under Wine, and a compile of the 32-bit Windows build.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+here="$(pwd)/scripts"
+
+"$here/install-deps.sh"
+"$here/wine-prefix.sh"
+
+for preset in linux linux-asan; do
+  echo "== $preset"
+  cmake --preset "$preset" >/dev/null
+  cmake --build --preset "$preset"
+  ctest --preset "$preset"
+done
+
+echo "== windows32 (compile only)"
+cmake --preset windows32 >/dev/null
+cmake --build --preset windows32
+
+echo "== windows (under Wine)"
+cmake --preset windows >/dev/null
+cmake --build --preset windows
+. "$here/wine-env.sh"
+# One persistent server for the whole run: each test program then starts in
+# milliseconds instead of seconds.
+wineserver -p
+trap 'wineserver -k >/dev/null 2>&1 || true' EXIT
+ctest --preset windows

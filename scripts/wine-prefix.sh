@@ -1,0 +1,19 @@
+#!/usr/bin/env bash
+# Prepares the Wine prefix that the Windows programs run in: code page 932,
+# and Japanese fonts mapped to Noto CJK so that Japanese text renders.
+set -euo pipefail
+here="$(cd "$(dirname "$0")" && pwd)"
+. "$here/wine-env.sh"
+
+stamp="$WINEPREFIX/.kestrom-prefix-1"
+[ -f "$stamp" ] && exit 0
+
+mkdir -p "$WINEPREFIX"
+wineboot -i >/dev/null 2>&1
+font="Noto Sans CJK JP"
+for face in "MS Gothic" "MS PGothic" "MS UI Gothic" "MS Mincho" "MS PMincho" \
+            "Meiryo" "Meiryo UI" "Yu Gothic" "Yu Gothic UI" "MS Shell Dlg" "MS Shell Dlg 2" "Tahoma"; do
+  wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$face" /t REG_SZ /d "$font" /f >/dev/null 2>&1
+done
+wineserver -w
+touch "$stamp"
