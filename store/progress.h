@@ -1,0 +1,28 @@
+// The progress of the running command: a stack of frames, each a slice of
+// its parent's range, turned into one percentage for the user interface.
+// Called on the worker thread only.
+#pragma once
+
+#include <cstdint>
+
+// Where the percentage goes; installed by the user interface of the worker.
+class TProgressSink {
+ public:
+  virtual ~TProgressSink() = default;
+  virtual void showPercent(int32_t percent) = 0;
+};
+// Null sends nothing.
+void FSetProgressSink(TProgressSink* sink);
+
+// Opens a frame over the whole range of the frame below (0 to 100 at the
+// bottom), with no total.
+void FPushProgress();
+void FPopProgress();
+// The frame ends at `high` percent of its parent (below 0: 100; never below
+// its start) and counts `total` units.
+void FSetProgressRange(int32_t high, int32_t total);
+// Reports `pos` units done and sends the percentage.
+void FSetProgress(int32_t pos);
+void FAddProgress(int32_t delta);
+// The percentage that FSetProgress(pos) sends from the present frames.
+int32_t FProgressPercent(int32_t pos);

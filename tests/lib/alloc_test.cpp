@@ -1,0 +1,78 @@
+#include "lib/alloc.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstring>
+#include <vector>
+
+TEST(Alloc, SizeClassesAtTheirBoundaries) {
+  int32_t usable;
+  EXPECT_EQ(FRoundSize(0, &usable), 1);
+  EXPECT_EQ(usable, 0);
+  EXPECT_EQ(FRoundSize(60, &usable), 16);
+  EXPECT_EQ(usable, 60);
+  EXPECT_EQ(FRoundSize(61, &usable), 21);
+  EXPECT_EQ(usable, 76);
+  EXPECT_EQ(FRoundSize(252, &usable), 32);
+  EXPECT_EQ(usable, 252);
+  EXPECT_EQ(FRoundSize(253, &usable), 37);
+  EXPECT_EQ(usable, 316);
+  EXPECT_EQ(FRoundSize(1020, &usable), 48);
+  EXPECT_EQ(FRoundSize(1021, &usable), 53);
+  EXPECT_EQ(usable, 1276);
+  EXPECT_EQ(FRoundSize(4092, &usable), 64);
+  EXPECT_EQ(usable, 4092);
+  EXPECT_EQ(FRoundSize(4093, &usable), -1);
+  EXPECT_EQ(usable, 8188);
+}
+
+TEST(Alloc, NoClassBetweenTheRanges) {
+  for (int32_t n = 0; n <= 4092; n++) {
+    int index = FRoundSize(n, nullptr);
+    EXPECT_FALSE((index >= 17 && index <= 20) || (index >= 33 && index <= 36) ||
+                 (index >= 49 && index <= 52))
+        << n;
+  }
+}
+
+TEST(Alloc, BlocksKeepTheirRequestedSizeAndDoNotOverlap) {
+  std::vector<void*> blocks;
+  for (int32_t n = 0; n < 5000; n += 7) {
+    char* block = static_cast<char*>(FAlloc(n));
+    ASSERT_EQ(reinterpret_cast<uintptr_t>(block) % 8, 0u) << n;
+    EXPECT_EQ(FBlockSize(block), n);
+    std::memset(block, n & 0xFF, n);
+    blocks.push_back(block);
+  }
+  int32_t n = 0;
+  for (void* block : blocks) {
+    for (int32_t i = 0; i < n; i++) ASSERT_EQ(static_cast<unsigned char*>(block)[i], n & 0xFF);
+    EXPECT_EQ(FBlockSize(block), n);
+    FFree(block);
+    n += 7;
+  }
+  FFree(nullptr);
+}
+
+TEST(Alloc, FreedBlockOfAClassIsReused) {
+#if defined(__SANITIZE_ADDRESS__)
+  GTEST_SKIP() << "every block comes from the heap under AddressSanitizer";
+#else
+  void* first = FAlloc(40);
+  FFree(first);
+  void* second = FAlloc(37);  // the same class
+  EXPECT_EQ(first, second);
+  EXPECT_EQ(FBlockSize(second), 37);
+  FFree(second);
+#endif
+}
+
+TEST(Alloc, LargeBlocksAreCountedBothWays) {
+  FAllocStats before = FAllocTotals();
+  void* block = FAlloc(4093);
+  FFree(block);
+  FAllocStats after = FAllocTotals();
+  EXPECT_EQ(after.heapTaken - before.heapTaken, 8192);
+  EXPECT_EQ(after.heapReturned - before.heapReturned, 8192);
+}
