@@ -1,0 +1,98 @@
+#include "lib/num_coding.h"
+
+#include "lib/fail.h"
+
+namespace {
+// First value of each range of the variable number, by its count of bytes
+// after the tag byte.
+const uint32_t kRangeStart[5] = {0, 128, 16512, 2113664, 270549120};
+// The tag bits of the first byte, by the same count.
+const uint32_t kTag[5] = {0x00, 0x80, 0xC0, 0xE0, 0xF0};
+
+// Strings are read in pieces, so a damaged length cannot make one large
+// allocation before the end of the stream is found.
+const int32_t kStringPiece = 65536;
+
+int nextByte(LSrm& srm) {
+  int b = srm.getByte();
+  if (b < 0) FFormatError(kFormatEndOfData);
+  return b;
+}
+}  // namespace
+
+void FWriteNum(LStream& stream, uint32_t value) {
+  int more = 4;
+  while (more > 0 && value < kRangeStart[more]) more--;
+  uint32_t w = value - kRangeStart[more];
+  unsigned char bytes[5];
+  bytes[0] = static_cast<unsigned char>(kTag[more] | (more < 4 ? w >> (8 * more) : 0));
+  for (int i = 1; i <= more; i++) bytes[i] = static_cast<unsigned char>(w >> (8 * (more - i)));
+  stream.write(bytes, more + 1);
+}
+
+uint32_t FReadNum(LSrm& srm) {
+  int first = nextByte(srm);
+  if (first < 0x80) return static_cast<uint32_t>(first);
+  int more;
+  uint32_t w;
+  if (first < 0xC0) {
+    more = 1;
+    w = first & 0x3F;
+  } else if (first < 0xE0) {
+    more = 2;
+    w = first & 0x1F;
+  } else if (first < 0xF0) {
+    more = 3;
+    w = first & 0x0F;
+  } else if (first < 0xF8) {
+    more = 4;
+    w = 0;
+  } else {
+    FFormatError(kFormatEndOfData);
+  }
+  for (int i = 0; i < more; i++) w = w << 8 | static_cast<uint32_t>(nextByte(srm));
+  if (more == 4 && ((first & 0x07) != 0 || w > UINT32_MAX - kRangeStart[4]))
+    FFormatError(kFormatBadNumber);
+  return w + kRangeStart[more];
+}
+
+void FWriteDiff(LStream& stream, uint32_t value, uint32_t base) {
+  int32_t d = static_cast<int32_t>(value - base);
+  if (d >= 0)
+    FWriteNum(stream, static_cast<uint32_t>(d) * 2);
+  else
+    FWriteNum(stream, (0 - static_cast<uint32_t>(d)) * 2 | 1);
+}
+
+uint32_t FReadDiff(LSrm& srm, uint32_t base) {
+  uint32_t n = FReadNum(srm);
+  if ((n & 1) == 0) return base + (n >> 1);
+  // The one odd number with a zero half is what the writer makes of the
+  // difference -2^31, whose doubled magnitude wraps to 0.
+  uint32_t magnitude = n >> 1 ? n >> 1 : 0x80000000u;
+  return base - magnitude;
+}
+
+void FWriteStr(LStream& stream, const char* text, int32_t length) {
+  if (text == nullptr)
+    length = 0;
+  else if (length < 0)
+    length = LText<char>::measure(text);
+  FWriteNum(stream, static_cast<uint32_t>(length));
+  stream.write(text, length);
+}
+
+LStr* FReadStr(LSrm& srm) {
+  uint32_t length = FReadNum(srm);
+  if (length > INT32_MAX) FFormatError(kFormatBadNumber);
+  LStr text;
+  int32_t left = static_cast<int32_t>(length);
+  while (left > 0) {
+    int32_t piece = left < kStringPiece ? left : kStringPiece;
+    if (srm.readInto(text, piece) != piece) FFormatError(kFormatEndOfData);
+    left -= piece;
+  }
+  LStr* result = new LStr;
+  result->swap(text);
+  return result;
+}

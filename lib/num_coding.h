@@ -1,0 +1,39 @@
+// The encodings of numbers and strings on which the archive format rests.
+// This is the one module where number bytes are coded.
+//
+// A variable number takes 1 to 5 bytes. Each range starts where the previous
+// one ends, and what follows the tag bits is big-endian:
+//   0 .. 127                  0xxxxxxx
+//   128 .. 16511              10xxxxxx + 1 byte      (value - 128)
+//   16512 .. 2113663          110xxxxx + 2 bytes     (value - 16512)
+//   2113664 .. 270549119      1110xxxx + 3 bytes     (value - 2113664)
+//   270549120 .. 4294967295   11110000 + 4 bytes     (value - 270549120)
+// A signed difference d = value - base (32-bit wrap-around) is written as the
+// number 2d when d >= 0 and 2(-d) + 1 otherwise, so that small steps either
+// way take one byte. A string is its byte length as a number, then its bytes.
+//
+// Readers raise the archive format failure (an error box, then the integer
+// 2 is thrown): 312 when the stream ends inside a number or a string, or the
+// first byte is 0xF8 or above; 309 when a five-byte number has tag bits set
+// or leaves the 32-bit range.
+#pragma once
+
+#include <cstdint>
+
+#include "lib/lstr.h"
+#include "lib/srm.h"
+#include "lib/stream.h"
+
+enum : int {
+  kFormatBadNumber = 309,
+  kFormatEndOfData = 312,
+};
+
+void FWriteNum(LStream& stream, uint32_t value);
+uint32_t FReadNum(LSrm& srm);
+void FWriteDiff(LStream& stream, uint32_t value, uint32_t base);
+uint32_t FReadDiff(LSrm& srm, uint32_t base);
+// A negative length measures the text; a null text is written as empty.
+void FWriteStr(LStream& stream, const char* text, int32_t length = -1);
+// A new string that the caller owns.
+LStr* FReadStr(LSrm& srm);
