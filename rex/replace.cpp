@@ -1,0 +1,38 @@
+#include "rex/replace.h"
+
+#include <memory>
+
+#include "lib/convert.h"
+#include "rex/parse.h"
+#include "rex/search.h"
+
+void FRexReplaceAll(UStr& string, const UChar* pattern, const UChar* replacement) {
+  std::unique_ptr<URex> rex(FRexCompile(pattern));
+  if (rex == nullptr) return;
+  UStr result;
+  URexCtx ctx(string.ptr, string.length, 0);
+  // Without folding the search hands over exactly the text it steps over:
+  // the text before each match, and all the rest after the last one.
+  ctx.out = &result;
+  for (;;) {
+    int32_t matchLength;
+    if (FRexSearchCtx(rex.get(), ctx, -1, &matchLength, nullptr) < 0) break;
+    result.append(replacement);
+    ctx.position += matchLength;
+  }
+  string.swap(result);
+}
+
+void FRexReplaceAll(LStr& string, const char* pattern, const char* replacement) {
+  if (pattern == nullptr) return;
+  UStr wideString;
+  UStr widePattern;
+  UStr wideReplacement;
+  FToUStr(string.ptr, string.length, wideString);
+  FToUStr(pattern, -1, widePattern);
+  FToUStr(replacement, -1, wideReplacement);
+  FRexReplaceAll(wideString, widePattern.ptr, replacement ? wideReplacement.ptr : nullptr);
+  LStr result;
+  FToLStr(wideString.ptr, wideString.length, result);
+  string.swap(result);
+}
