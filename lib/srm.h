@@ -4,6 +4,7 @@
 // two bytes, low byte first.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "lib/lstr.h"
@@ -30,6 +31,9 @@ class LSrm : public LSrmBase {
   // is not null. Returns the stop character, or -1 at the end.
   int readUntil(const char* set, LStr* dest);
   int readUntil(const UChar* set, UStr* dest);
+  int readUntil(const char* set, std::nullptr_t) {
+    return readUntil(set, static_cast<LStr*>(nullptr));
+  }
   // Reads until the input continues with text, then reads text too; all of
   // it goes to dest when dest is not null. False at the end of the stream.
   bool readUntilText(const char* text, LStr* dest);
@@ -47,6 +51,8 @@ class LSrm : public LSrmBase {
   // ended it (CR or LF) or -1 when the stream ended first.
   int readLine(LStr* dest, int mode);
   int readLine(UStr* dest, int mode);
+  // Skips a line of 8-bit text.
+  int readLine(std::nullptr_t, int mode) { return readLine(static_cast<LStr*>(nullptr), mode); }
 
  private:
   template <typename C>

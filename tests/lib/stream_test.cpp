@@ -6,7 +6,10 @@
 #include <functional>
 
 #include "lib/mem_stream.h"
+#include "lib/msg.h"
+#include "lib/pos.h"
 #include "lib/srm.h"
+#include "lib/srm_pos.h"
 #include "support/recorder.h"
 
 // Reads the buffer state that the tests check.
@@ -385,4 +388,26 @@ TEST(LSrm, CStringsEndAtNul) {
   got.clear();
   EXPECT_FALSE(srm.readCString(got));
   EXPECT_STREQ(got.ptr, "cd");
+}
+
+TEST(LSrmPos, PrefixesMessagesWithTheLiveLine) {
+  RecorderScope rec;
+  LMemSrm srm("a\nb\nc", 5);
+  {
+    LPosScope scope(new LSrmPos(srm, "settings.ini", 10));
+    srm.readLine(nullptr, LSrm::kDropLineEnd);
+    FMsg(15001, "first");
+    srm.readLine(nullptr, LSrm::kDropLineEnd);
+    srm.getByte();
+    FMsg(15001, "second");
+    EXPECT_EQ(FPosGet(0), 13);
+    EXPECT_EQ(FPosGet(1), 2);
+  }
+  FPushStreamPos(srm, nullptr, 0);
+  FMsg(15001, "third");
+  FPopPos(true);
+  ASSERT_EQ(rec->entries.count, 3);
+  EXPECT_STREQ(rec->entries[0]->position.ptr, "settings.ini(12)");
+  EXPECT_STREQ(rec->entries[1]->position.ptr, "settings.ini(13)");
+  EXPECT_STREQ(rec->entries[2]->position.ptr, "(unknown stream)(3)");
 }

@@ -1,0 +1,23 @@
+#include "lib/io_file.h"
+
+LIoFile::LIoFile(const char* path, char mode, bool mustExist) : LSrm(&file_) {
+  file_.open(path, mode, mustExist, /*ignoreBreak=*/true);
+  bufStart = filePos = file_.tell();
+}
+
+LIoFile::~LIoFile() {
+  // Buffer, then the file; the base destructor finds no stream and only
+  // frees the buffer memory.
+  flushBuffer(/*keep=*/false);
+  file_.flush();
+  file_.close();
+  stream = nullptr;
+}
+
+void LIoFile::truncate(int32_t position) {
+  int32_t at = position < 0 ? tell() : position;
+  flushBuffer(/*keep=*/false);
+  if (at != bufStart) line = 0;
+  file_.truncate(at);
+  bufStart = filePos = file_.tell();
+}

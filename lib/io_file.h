@@ -1,0 +1,26 @@
+// LIoFile: the buffered file, an LSrm over an LFile that it owns. The file is
+// opened by the constructor (with the break signal held off while writing);
+// isOpen() tells whether that worked. The destructor writes the buffer out,
+// flushes and closes the file.
+#pragma once
+
+#include <cstdint>
+
+#include "lib/file_stream.h"
+#include "lib/srm.h"
+
+class LIoFile : public LSrm {
+ public:
+  // mode and mustExist as for LFile::open. In mode 'a' the stream starts at
+  // the end of the file.
+  LIoFile(const char* path, char mode, bool mustExist);
+  ~LIoFile() override;
+
+  // Writes the buffer out and ends the file at position, or at the cursor
+  // when negative; the cursor is then at that position.
+  void truncate(int32_t position) override;
+  const char* name() override { return file_.name(); }
+
+ private:
+  LFile file_;
+};
