@@ -14,13 +14,16 @@ int32_t URexCtx::foldChar(int32_t c) const {
 int32_t URexCtx::search(URex* root, int32_t limit) {
   if (limit < 0) limit = 2147483647;
   braces.clear();
-  int32_t origin = position;
-  while (position - origin < limit) {
+  int32_t origin = tell();
+  for (int32_t i = 0; i < limit; i = since(origin)) {
     int32_t matched = call(root, 0);
-    if (matched >= 0) return matched > limit - (position - origin) ? -1 : matched;
+    if (matched >= 0) return matched > limit - i ? -1 : matched;
     int32_t c = getChar();
     if (c < 0) return -1;
-    if (out) out->append(static_cast<UChar>(c));
+    if (out) {
+      UChar unit = static_cast<UChar>(c);
+      out->writeText(&unit, 1);
+    }
   }
   return -1;
 }

@@ -15,34 +15,34 @@ bool isWordChar(int32_t c) {
 }  // namespace
 
 int32_t URexBin::match(URexCtx& ctx, int retry) {
-  int32_t start = ctx.position;
+  int32_t start = ctx.tell();
   int32_t first = ctx.call(left, 0);
   if (first < 0) return -1;
-  ctx.position = start + first;
+  ctx.seek(start + first * 2);
   int32_t second = ctx.call(right, retry);
   if (second >= 0) return first + second;
-  ctx.position = start;
+  ctx.seek(start);
   first = ctx.call(left, 1);
   if (first < 0) return -1;
-  ctx.position = start + first;
+  ctx.seek(start + first * 2);
   second = ctx.call(right, 0);
   return second >= 0 ? first + second : -1;
 }
 
 int32_t URexFlat::match(URexCtx& ctx, int retry) {
   if (retry || text.length == 0) return -1;
-  int32_t start = ctx.position;
+  int32_t start = ctx.tell();
   for (int32_t i = 0; i < text.length; i++) {
     int32_t wanted = ctx.foldChar(text[i]);
     if (wanted < 0) continue;  // dropped from the pattern: consumes nothing
     if (ctx.getChar() != wanted) return -1;
   }
-  return ctx.position - start;
+  return ctx.since(start);
 }
 
 int32_t URexCharSet::match(URexCtx& ctx, int retry) {
   if (retry) return -1;
-  int32_t start = ctx.position;
+  int32_t start = ctx.tell();
   int32_t c = ctx.getChar();
   if (c < 0) return -1;
   bool found = false;
@@ -60,11 +60,16 @@ int32_t URexCharSet::match(URexCtx& ctx, int retry) {
     }
   }
   if (found == (exclude != 0)) return -1;
-  return ctx.position - start;
+  return ctx.since(start);
 }
 
 int32_t URexSpChar::match(URexCtx& ctx, int) {
-  int32_t previous = ctx.position > 0 ? ctx.text[ctx.position - 1] : -1;
+  int32_t at = ctx.tell();
+  int32_t previous = -1;
+  if (at >= 2) {
+    ctx.seek(at - 2);
+    previous = ctx.srm->getWord();
+  }
   int32_t next = ctx.getChar();
   switch (kind) {
     case kRexKindLineTop:
@@ -85,10 +90,12 @@ int32_t URexRepeat::match(URexCtx& ctx, int retry) {
   int32_t goal = retry ? lastCount - 1 : -1;
   int32_t count = 0;
   int32_t total = 0;
+  int32_t at = ctx.tell();
   while (count < max && count != goal) {
     int32_t step = ctx.call(child, 0);
     if (step < 0) break;
-    ctx.position += step;
+    at += step * 2;
+    ctx.seek(at);
     total += step;
     count++;
     if (step == 0) break;
@@ -110,8 +117,9 @@ int32_t URexStt::match(URexCtx& ctx, int) {
       FMsg(kMsgCountedWarning, "unknown length for %s", shown.ptr);
       back = 0;
     }
-    if (back <= ctx.position) {
-      ctx.position -= back;
+    int32_t at = ctx.tell();
+    if (back * 2 <= at) {
+      ctx.seek(at - back * 2);
       result = ctx.call(child, 0);
     }
   }
@@ -121,9 +129,10 @@ int32_t URexStt::match(URexCtx& ctx, int) {
 int32_t URexBrace::match(URexCtx& ctx, int retry) {
   text.clear();
   ctx.braces.add(this);
-  int32_t start = ctx.position;
   int32_t result = ctx.call(child, retry);
-  if (result >= 0) text.assign(ctx.text + start, result);
+  // The call left the stream where the match began: the text as written.
+  text.reserve(result);
+  for (int32_t i = 0; i < result; i++) text.append(static_cast<UChar>(ctx.srm->getWord()));
   return result;
 }
 

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "lib/convert.h"
+#include "lib/mem_stream.h"
 #include "rex/parse.h"
 #include "rex/search.h"
 
@@ -10,15 +11,17 @@ void FRexReplaceAll(UStr& string, const UChar* pattern, const UChar* replacement
   std::unique_ptr<URex> rex(FRexCompile(pattern));
   if (rex == nullptr) return;
   UStr result;
-  URexCtx ctx(string.ptr, string.length, 0);
+  LMemOutStreamU skipped(result);
+  LMemSrm srm(string.ptr, string.length * 2);
+  URexCtx ctx(&srm, 0);
   // Without folding the search hands over exactly the text it steps over:
   // the text before each match, and all the rest after the last one.
-  ctx.out = &result;
+  ctx.out = &skipped;
   for (;;) {
     int32_t matchLength;
     if (FRexSearchCtx(rex.get(), ctx, -1, &matchLength, nullptr) < 0) break;
     result.append(replacement);
-    ctx.position += matchLength;
+    ctx.seek(ctx.tell() + matchLength * 2);
   }
   string.swap(result);
 }

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "lib/mem_stream.h"
 #include "rex/parse.h"
 #include "rex/token.h"
 
@@ -23,12 +24,12 @@ void collectGroups(const URexCtx& ctx, URexGroups& groups) {
 int32_t FRexSearchCtx(URex* rex, URexCtx& ctx, int32_t limit, int32_t* matchLength,
                       URexGroups* groups) {
   if (groups) groups->clear();
-  int32_t origin = ctx.position;
+  int32_t origin = ctx.tell();
   int32_t matched = rex ? ctx.search(rex, limit) : -1;
   if (matchLength) *matchLength = matched;
   if (matched < 0) return -1;
   if (groups) collectGroups(ctx, *groups);
-  return ctx.position - origin;
+  return ctx.since(origin);
 }
 
 int32_t FRexSearchFrom(URex* rex, const UChar* text, int32_t length, int32_t start,
@@ -39,8 +40,9 @@ int32_t FRexSearchFrom(URex* rex, const UChar* text, int32_t length, int32_t sta
     if (groups) groups->clear();
     return -1;
   }
-  URexCtx ctx(text, length, flags);
-  ctx.position = start;
+  LMemSrm srm(text, length * 2);
+  srm.seek(start * 2);
+  URexCtx ctx(&srm, flags);
   int32_t found = FRexSearchCtx(rex, ctx, -1, matchLength, groups);
   return found < 0 ? -1 : start + found;
 }

@@ -23,13 +23,12 @@ struct URexGroup {
 };
 typedef LArrOf<URexGroup*, LDelete<URexGroup*>> URexGroups;
 
-// Searches from the context's position up to limit units ahead (negative: to
-// the end). Returns the start of the match relative to where the search
-// began, or -1; matchLength (if not null) gets its length or -1, and groups
-// (if not null) one record per entry into a group during the search, in
-// order of entry, each with the group's last text (empty without a match). A
-// group tried at an earlier position, or again by a retry, stands once per
-// try. The context is left at the match start.
+// Searches from the stream's position up to limit characters ahead
+// (negative: to the end of the stream). Returns the start of the match in
+// characters from where the search began, or -1; matchLength (if not null) gets its length or -1,
+// and groups (if not null) one record per entry into a group during the search, in order of entry,
+// each with the group's last text (empty without a match). A group tried at an earlier position, or
+// again by a retry, stands once per try. The stream is left at the match start.
 int32_t FRexSearchCtx(URex* rex, URexCtx& ctx, int32_t limit, int32_t* matchLength,
                       URexGroups* groups);
 

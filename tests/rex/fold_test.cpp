@@ -46,7 +46,7 @@ int32_t expectedWidth(int32_t c) {
 }
 
 int32_t fold(int32_t c, int32_t flags) {
-  URexCtx ctx(nullptr, 0, flags);
+  URexCtx ctx(nullptr, flags);
   return ctx.foldChar(c);
 }
 

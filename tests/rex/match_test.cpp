@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "lib/mem_stream.h"
 #include "rex/context.h"
 #include "rex/node.h"
 #include "rex_helpers.h"
@@ -149,7 +150,8 @@ TEST(RexMatch, SearchLimitsAndStartingPoints) {
   std::unique_ptr<URex> rex(FRexCompile(U(u"ab")));
   const UChar* text = U(u"xxab");
   for (int32_t limit : {2, 3, 4, -1}) {
-    URexCtx ctx(text, 4, 0);
+    LMemSrm srm(text, 8);
+    URexCtx ctx(&srm, 0);
     int32_t length;
     int32_t found = FRexSearchCtx(rex.get(), ctx, limit, &length, nullptr);
     EXPECT_EQ(found, limit == 4 || limit < 0 ? 2 : -1) << limit;
@@ -165,18 +167,22 @@ TEST(RexMatch, SearchLimitsAndStartingPoints) {
   EXPECT_EQ(FRexSearch(nullptr, text, -1, &length, nullptr, 0), -1);
 }
 
-TEST(RexMatch, SearchHandsOverTheCharactersItStepsOver) {
+TEST(RexMatch, SearchGoesOnFromTheStreamPositionAndHandsOverWhatItSkips) {
   std::unique_ptr<URex> rex(FRexCompile(U(u"c")));
   UStr skipped;
-  URexCtx ctx(U(u"abcd"), 4, 0);
-  ctx.out = &skipped;
+  LMemOutStreamU out(skipped);
+  LMemSrm srm(U(u"cabcd"), 10);
+  srm.seek(2);
+  URexCtx ctx(&srm, 0);
+  ctx.out = &out;
   EXPECT_EQ(FRexSearchCtx(rex.get(), ctx, -1, nullptr, nullptr), 2);
   EXPECT_TRUE(sameText(skipped, u"ab"));
-  EXPECT_EQ(ctx.position, 2);
+  EXPECT_EQ(srm.tell(), 6);
 }
 
 TEST(RexMatchDeath, BrokenNodesAreInternalFailures) {
-  URexCtx ctx(U(u"a"), 1, 0);
+  LMemSrm srm(U(u"a"), 2);
+  URexCtx ctx(&srm, 0);
   URexSpChar odd(5);
   EXPECT_EXIT(odd.match(ctx, 0), ::testing::ExitedWithCode(2), "626");
   URexRepeat orphan(nullptr, 0, 1);
