@@ -1,0 +1,21 @@
+// Passes the position of a long byte loop to the progress stack, but only
+// each time it has moved on by 64 KiB: a report per position would cost more
+// than the work it measures, and the bar moves by whole percents anyway.
+#pragma once
+
+#include <cstdint>
+
+#include "store/progress.h"
+
+class TProgressTicker {
+ public:
+  void reach(int32_t pos) {
+    if (pos < next_) return;
+    FSetProgress(pos);
+    next_ = pos + kStride;
+  }
+
+ private:
+  static const int32_t kStride = 65536;
+  int32_t next_ = 0;
+};
