@@ -46,15 +46,15 @@ int32_t LSrmBase::read(void* buffer, int32_t size) {
 
 int32_t LSrmBase::write(const void* buffer, int32_t size) {
   if (size <= 0) return 0;
-  const char* src = static_cast<const char*>(buffer);
-  int32_t n = size;
-  LStr converted;
   if (flags & kCrLfOut) {
-    converted.assign(src, size);
+    LStr converted(static_cast<const char*>(buffer), size);
     converted.lfToCrLf();
-    src = converted.ptr;
-    n = converted.length;
+    return writeBuffered(converted.ptr, converted.length);
   }
+  return writeBuffered(static_cast<const char*>(buffer), size);
+}
+
+int32_t LSrmBase::writeBuffered(const char* src, int32_t n) {
   int32_t done = 0;
   int stalls = 0;
   for (;;) {

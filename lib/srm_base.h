@@ -119,6 +119,8 @@ class LSrmBase : public LStream {
  private:
   friend struct LSrmProbe;
 
+  // Copies into the buffer, writing it out as it fills; returns the bytes taken.
+  int32_t writeBuffered(const char* src, int32_t n);
   int getByteSlow();
   int32_t getWordSlow();
   int64_t getDwordSlow();
