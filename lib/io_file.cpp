@@ -5,6 +5,17 @@ LIoFile::LIoFile(const char* path, char mode, bool mustExist) : LSrm(&file_) {
   bufStart = filePos = file_.tell();
 }
 
+LIoFile::LIoFile() : LSrm(&file_) {}
+
+bool LIoFile::reopen(const char* path, char mode, bool mustExist) {
+  flushBuffer(/*keep=*/false);
+  file_.flush();
+  file_.open(path, mode, mustExist, /*ignoreBreak=*/true);
+  reset();
+  bufStart = filePos = file_.tell();
+  return file_.isOpen();
+}
+
 LIoFile::~LIoFile() {
   // Buffer, then the file; the base destructor finds no stream and only
   // frees the buffer memory.

@@ -14,7 +14,13 @@ class LIoFile : public LSrm {
   // mode and mustExist as for LFile::open. In mode 'a' the stream starts at
   // the end of the file.
   LIoFile(const char* path, char mode, bool mustExist);
+  // A stream with no file open yet.
+  LIoFile();
   ~LIoFile() override;
+
+  // Writes out and closes the file open now, if any, and opens another one
+  // with a fresh buffer. True when it opened.
+  bool reopen(const char* path, char mode, bool mustExist);
 
   // Writes the buffer out and ends the file at position, or at the cursor
   // when negative; the cursor is then at that position.

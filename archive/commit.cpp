@@ -1,0 +1,87 @@
+#include "archive/archive.h"
+#include "archive/format.h"
+#include "archive/update_file.h"
+#include "lib/fail.h"
+#include "lib/fixed_coding.h"
+#include "lib/io_file.h"
+#include "lib/msg.h"
+
+void FCommit(TArchive& archive, TUpdateFile& update, int32_t storeNo) {
+  LIoFile& stream = update.stream();
+  int32_t end = stream.tell();
+  for (int32_t i = update.fixups.count - 1; i >= 0; i--) {
+    const TUpdateFile::TFixup* fixup = update.fixups[i];
+    if (fixup->ver->dataPos <= 0) FInternalBox(296);
+    update.patchI32(fixup->at, fixup->ver->dataPos);
+  }
+  stream.seek(end);
+
+  // The chain runs from the highest hole down, so it is written from the
+  // lowest up, each pointing at the one written before it.
+  TFreeList& list = archive.freeList;
+  int32_t next = 0;
+  for (int32_t i = list.count - 1; i >= 1; i--) {
+    update.beginRecord(list[i]->pos);
+    FWriteI32(stream, list[i]->size);
+    FWriteI32(stream, next);
+    update.endRecord();
+    next = list[i]->pos;
+  }
+  int32_t freeHead = next;
+  if (list.count == 0) FInternalBox(1153);
+  archive.treePos = list[0]->pos;
+
+  update.beginRecord(kOffsetTreePos);
+  FWriteI32(stream, archive.treePos);
+  FWriteI32(stream, freeHead);
+  FWriteI32(stream, storeNo);
+  update.endRecord();
+
+  int32_t footerStart = update.beginRecord(archive.treePos);
+  FWriteFooter(archive, stream);
+  archive.treeEnd = archive.treePos + (stream.tell() - footerStart);
+  update.endRecord();
+  update.writeEnd();
+}
+
+void FApplyUpdate(TArchive& archive, TUpdateFile& update) {
+  int failure = 0;
+  LStr path(archive.path);
+  LIoFile* source = nullptr;
+  try {
+    archive.close();
+    if (!archive.reopen(path.ptr, 'a', false))
+      FError(kMsgErrorBox,
+             "アーカイブファイル「%s」を書き込みモードで開けません。\n"
+             "読み取り専用でないか確認してください。",
+             path.ptr);
+    source = new LIoFile(update.path(), 'r', true);
+    // The end of the update file reads as -1 too, so a short file ends the
+    // copy without a word.
+    int32_t pos = static_cast<int32_t>(source->getDword());
+    while (pos >= 0) {
+      int32_t length = static_cast<int32_t>(source->getDword());
+      archive.seek(pos);
+      archive.copyFrom(*source, length < 0 ? 0 : length);
+      pos = static_cast<int32_t>(source->getDword());
+    }
+    if (pos != kUpdateEnd) FError(kMsgErrorBox, "更新情報ファイルの形式が正しくありません (識別番号=%d)", 1248);
+    archive.truncate(-1);
+    archive.flush();
+    archive.treeDirty = 0;
+  } catch (int thrown) {
+    failure = thrown;
+  }
+  delete source;
+  update.close();
+  archive.close();
+  if (!archive.reopen(path.ptr, 'r', true) && failure == 0) failure = kThrowError;
+  if (failure != 0) throw failure;
+}
+
+void FCommitTree(TArchive& archive) {
+  TUpdateFile& update = archive.beginUpdate();
+  FCommit(archive, update, 0);
+  update.close();
+  FApplyUpdate(archive, update);
+}

@@ -1,0 +1,56 @@
+#include "archive/update_file.h"
+
+#include "archive/format.h"
+#include "lib/fail.h"
+#include "lib/fixed_coding.h"
+#include "lib/io_file.h"
+#include "lib/msg.h"
+#include "lib/sys.h"
+
+TUpdateFile::TUpdateFile(const char* path) : path_(path), file_(new LIoFile(path, 'w', false)) {
+  if (!file_->isOpen()) {
+    delete file_;
+    file_ = nullptr;
+    FError(kMsgErrorBox, "cannot open system file '%s'", path);
+  }
+}
+
+TUpdateFile::~TUpdateFile() { delete file_; }
+
+int32_t TUpdateFile::beginRecord(int32_t pos) {
+  FWriteI32(*file_, pos);
+  FWriteI32(*file_, 0);
+  recordStart_ = file_->tell();
+  return recordStart_;
+}
+
+void TUpdateFile::endRecord() {
+  int32_t end = file_->tell();
+  patchI32(recordStart_ - 4, end - recordStart_);
+  recordStart_ = -1;
+}
+
+void TUpdateFile::write(const void* bytes, int32_t n) { file_->write(bytes, n); }
+
+void TUpdateFile::patchI32(int32_t at, int32_t value) {
+  int32_t end = file_->tell();
+  file_->seek(at);
+  FWriteI32(*file_, value);
+  file_->seek(end);
+}
+
+void TUpdateFile::addFixup(int32_t at, TVer* ver) { fixups.add(new TFixup{at, ver}); }
+
+void TUpdateFile::writeEnd() { FWriteI32(*file_, kUpdateEnd); }
+
+void TUpdateFile::close() {
+  if (file_ == nullptr) return;
+  file_->close();
+}
+
+void TUpdateFile::discard() {
+  delete file_;
+  file_ = nullptr;
+  fixups.clear();
+  SysDeleteFile(path_.ptr);
+}

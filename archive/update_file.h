@@ -1,0 +1,52 @@
+// The update file: what a command wants to change in the archive, as a
+// sequence of records (i32 position, i32 length, the bytes) ended by the
+// position -1. Nothing reaches the archive until the commit copies it.
+#pragma once
+
+#include <cstdint>
+
+#include "lib/larr.h"
+#include "lib/lstr.h"
+
+class LIoFile;
+class TVer;
+
+class TUpdateFile {
+ public:
+  // A parent field in the update file that waits for the position of a
+  // version not stored yet.
+  struct TFixup {
+    KST_POOLED_NEW
+    int32_t at;
+    TVer* ver;
+  };
+
+  // Creates (or empties) the file; "cannot open system file '%s'" when it
+  // cannot be created.
+  explicit TUpdateFile(const char* path);
+  ~TUpdateFile();
+  TUpdateFile(const TUpdateFile&) = delete;
+  TUpdateFile& operator=(const TUpdateFile&) = delete;
+
+  // Starts a record for archive position pos; returns the position in the
+  // update file where its bytes begin. The length is patched by endRecord.
+  int32_t beginRecord(int32_t pos);
+  void endRecord();
+  void write(const void* bytes, int32_t n);
+  // Overwrites 4 bytes at a position of the update file, then returns to the end.
+  void patchI32(int32_t at, int32_t value);
+  void addFixup(int32_t at, TVer* ver);
+  void writeEnd();
+  void close();
+  // Closes and deletes the file.
+  void discard();
+
+  LIoFile& stream() { return *file_; }
+  const char* path() const { return path_.ptr; }
+  LArrOf<TFixup*, LDelete<TFixup*>> fixups;
+
+ private:
+  LStr path_;
+  LIoFile* file_;
+  int32_t recordStart_ = -1;
+};

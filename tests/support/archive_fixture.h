@@ -1,0 +1,54 @@
+// An open archive in a fresh temporary folder, with a host whose work
+// folder is that folder, installed as the open archive for one test.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "archive/archive.h"
+#include "archive/archive_host.h"
+#include "support/recorder.h"
+#include "support/temp_dir.h"
+
+class TestArchiveHost : public TArchiveHost {
+ public:
+  explicit TestArchiveHost(const TestTempDir& dir) : dir_(dir) {}
+  void untitledPath(LStr& out) override { out = dir_.file("無題"); }
+  void updatePath(LStr& out) override { out = dir_.file("kst-#update.tmp"); }
+  void removeRecent(const char* fullPath) override { removed.append(fullPath); }
+  void treeLoaded(TFolder*) override { loads++; }
+  LStr removed;
+  int loads = 0;
+
+ private:
+  const TestTempDir& dir_;
+};
+
+class ArchiveTest : public testing::Test {
+ protected:
+  ArchiveTest() : host(dir) {
+    archive = new TArchive(&host);
+    FSetArchive(archive);
+  }
+  ~ArchiveTest() override {
+    delete archive;
+    FSetArchive(nullptr);
+  }
+
+  // The whole content of a file.
+  static std::string readFile(const char* path);
+  static void writeFile(const char* path, const std::string& bytes);
+  // Writes a synthetic block for ver (its data `size` bytes of `fill`)
+  // through the running update file and stores its position.
+  void writeBlock(TVer* ver, int32_t dataLen, char fill, int32_t keepPos = 0);
+  // A file with `count` versions of synthetic blocks under folder.
+  TFile* addFile(TFolder* folder, const char* name, int count, int32_t dataLen);
+  // Commits the running update (the tree and the free list) and applies it.
+  void commit(int32_t storeNo = 0);
+
+  TestTempDir dir;
+  RecorderScope recorder;
+  TestArchiveHost host;
+  TArchive* archive;
+};
