@@ -46,7 +46,6 @@ bool URexToken::is(URexTokenId id) const { return sameToken(*this, (*gTokens)[id
 bool URexToken::isWordEdge() const { return sameToken(*this, kWordEdge); }
 
 int32_t URexToken::value() const {
-  if (length == 0) return -1;
   if (at[0] != '\\') return at[0];
   if (length < 2) return badEscape(*this);  // a backslash that ends the pattern
   UChar c = at[1];

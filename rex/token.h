@@ -40,7 +40,7 @@ struct URexToken {
   bool is(URexTokenId id) const;
   // The word boundary "\w", which the table does not hold.
   bool isWordEdge() const;
-  // The character the token stands for when it is a literal; a bad escape
+  // The character a token (not empty) stands for as a literal; a bad escape
   // reports message 15000 and gives -1.
   int32_t value() const;
 };

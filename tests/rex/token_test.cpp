@@ -61,22 +61,3 @@ TEST(RexToken, BadEscapesReportAndGiveMinusOne) {
                  LStr("エスケープ文字列が不正です : ").append(shown[i]).ptr);
   }
 }
-
-TEST(RexToken, TableSwapsBetweenPlainAndEscapedOperators) {
-  URexToken bareStar = FRexPeekToken(U(u"*"));
-  URexToken escapedStar = FRexPeekToken(U(u"\\*"));
-  URexToken caret = FRexPeekToken(U(u"^"));
-  EXPECT_TRUE(bareStar.is(kRexStar));
-  EXPECT_FALSE(escapedStar.is(kRexStar));
-  EXPECT_TRUE(caret.is(kRexLineTop));
-  FRexUseEscapedTokens(true);
-  EXPECT_FALSE(bareStar.is(kRexStar));
-  EXPECT_TRUE(escapedStar.is(kRexStar));
-  EXPECT_FALSE(caret.is(kRexLineTop));
-  EXPECT_TRUE(caret.is(kRexSetNot));  // the one entry that never changes
-  EXPECT_TRUE(FRexPeekToken(U(u"\\w")).isWordEdge());
-  FRexUseEscapedTokens(false);
-  EXPECT_TRUE(bareStar.is(kRexStar));
-  EXPECT_TRUE(FRexPeekToken(U(u"\\w")).isWordEdge());
-  EXPECT_FALSE(FRexPeekToken(U(u"w")).isWordEdge());
-}
