@@ -8,6 +8,7 @@
 
 #include "archive/archive.h"
 #include "archive/archive_host.h"
+#include "store/work_set.h"
 #include "support/recorder.h"
 #include "support/temp_dir.h"
 
@@ -18,6 +19,10 @@ class TestArchiveHost : public TArchiveHost {
   void updatePath(LStr& out) override { out = dir_.file("kst-#update.tmp"); }
   void removeRecent(const char* fullPath) override { removed.append(fullPath); }
   void treeLoaded(TFolder*) override { loads++; }
+  // Commands' shared state is replaced as the application does it.
+  void resetWork() override {
+    if (FWorkSet()) FNewWorkSet();
+  }
   LStr removed;
   int loads = 0;
 
