@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "store/byte_match.h"
-#include "store/probe_scan.h"
 
 namespace {
 
@@ -14,7 +13,7 @@ const int32_t kShortestMatch = 6;
 
 }  // namespace
 
-void FFindMatches(const TCoarseInput& in, int32_t tFrom, int32_t tTo, int32_t rFrom, int32_t rTo,
+void FFindMatches(TCoarseInput& in, int32_t tFrom, int32_t tTo, int32_t rFrom, int32_t rTo,
                   TMatchList& list) {
   const int32_t tLen = tTo - tFrom;
   const int32_t rLen = rTo - rFrom;
@@ -36,7 +35,7 @@ void FFindMatches(const TCoarseInput& in, int32_t tFrom, int32_t tTo, int32_t rF
     int32_t bestProbe = 0;
     int32_t bestBack = 0;
     int32_t longHits = 0;
-    FScanProbes(range, FLoad32(target + sample), [&](int32_t probe) {
+    in.visitProbes(range, FLoad32(target + sample), [&](int32_t probe) {
       const int32_t back =
           FMatchBack(target + sample, reference + probe, std::min(sample - lo, probe - rFrom));
       const int32_t forward =
@@ -57,7 +56,7 @@ void FFindMatches(const TCoarseInput& in, int32_t tFrom, int32_t tTo, int32_t rF
   }
 }
 
-void FRefineMatches(const TCoarseInput& in, TMatchList& list) {
+void FRefineMatches(TCoarseInput& in, TMatchList& list) {
   if (list.count == 0) {
     FFindMatches(in, 0, in.targetLen, 0, in.referenceLen, list);
     return;

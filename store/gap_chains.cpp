@@ -5,8 +5,6 @@
 #include <cstring>
 #include <initializer_list>
 
-#include "store/byte_match.h"
-
 void TGapChains::FreeBlock::dispose(TChainRing* block) { FFree(block); }
 
 TGapChains::TGapChains(const uint8_t* target) : target_(target) {
@@ -14,18 +12,6 @@ TGapChains::TGapChains(const uint8_t* target) : target_(target) {
 }
 
 TGapChains::~TGapChains() = default;
-
-uint32_t TGapChains::bucketOf(const uint8_t* at) {
-  const uint32_t w0 = at[0] | at[1] << 8;
-  const uint32_t w1 = at[2] | at[3] << 8;
-  const uint32_t w2 = at[4] | at[5] << 8;
-  return ((((w1 << 2) | w2) << 1) | w0) % kBuckets;
-}
-
-uint32_t TGapChains::tagOf(const uint8_t* at) {
-  const uint64_t six = FLoad64(at) & 0xFFFFFFFFFFFFull;
-  return static_cast<uint32_t>((six * 0x9E3779B97F4A7C15ull) >> 32);
-}
 
 TChainRing* TGapChains::newRing() {
   // Rings come from blocks of 64: one allocation where a file has many rings,
@@ -38,43 +24,41 @@ TChainRing* TGapChains::newRing() {
   return ring;
 }
 
-void TGapChains::insert(uint32_t bucket, uint32_t tag, int32_t position) {
-  TChainRing* ring = buckets_[bucket];
-  if (ring == nullptr) ring = buckets_[bucket] = newRing();
-  // Once full, the slot written is that of the oldest entry.
-  ring->tags[ring->head] = tag;
-  ring->positions[ring->head] = position;
-  ring->head = ring->head + 1 == TChainRing::kSlots ? 0 : ring->head + 1;
-  if (ring->count < TChainRing::kSlots) ring->count++;
-  insertions_++;
-}
-
-int32_t TGapChains::longest(uint32_t bucket, uint32_t tag, int32_t position, int32_t limit,
+int32_t TGapChains::longest(const TChainRing& ring, uint32_t tag, int32_t position, int32_t limit,
                             int32_t* from) const {
-  const TChainRing* ring = buckets_[bucket];
-  // Only entries with the same six bytes can reach the six that a match
+  // Only entries with the same six bytes can reach the six that a copy
   // needs; the others are never the answer, so the fingerprints pick out the
   // few worth comparing.
-  const __m128i want = _mm_set1_epi32(static_cast<int32_t>(tag));
+  const __m128i want = _mm_set1_epi16(static_cast<int16_t>(tag));
+  const __m128i* tags = reinterpret_cast<const __m128i*>(ring.tags);
   uint64_t same = 0;
-  for (int32_t i = 0; i < TChainRing::kSlots; i += 4) {
-    const __m128i tags = _mm_loadu_si128(reinterpret_cast<const __m128i*>(ring->tags + i));
-    const int bits = _mm_movemask_ps(_mm_castsi128_ps(_mm_cmpeq_epi32(tags, want)));
-    same |= static_cast<uint64_t>(bits) << i;
+  for (int32_t i = 0; i < 3; i++) {
+    const __m128i low = _mm_cmpeq_epi16(_mm_loadu_si128(tags + 2 * i), want);
+    const __m128i high = _mm_cmpeq_epi16(_mm_loadu_si128(tags + 2 * i + 1), want);
+    same |= static_cast<uint64_t>(_mm_movemask_epi8(_mm_packs_epi16(low, high))) << (16 * i);
   }
-  same &= (1ull << ring->count) - 1;
+  const __m128i last = _mm_cmpeq_epi16(_mm_loadu_si128(tags + 6), want);
+  same |= static_cast<uint64_t>(_mm_movemask_epi8(_mm_packs_epi16(last, last)) & 0xFF) << 48;
+  same &= (1ull << ring.count) - 1;
   if (same == 0) return 0;
 
   // Newest first: the slots below head downward, then those from the end of
   // the ring down to head.
-  const uint64_t belowHead = (1ull << ring->head) - 1;
+  const uint64_t belowHead = (1ull << ring.head) - 1;
   const uint8_t* at = target_ + position;
   const uint8_t* end = target_ + limit;
+  const int32_t room = limit - position;
   int32_t best = 0;
   for (uint64_t part : {same & belowHead, same & ~belowHead}) {
-    for (; part != 0; part &= ~(1ull << (63 - __builtin_clzll(part)))) {
+    while (part != 0) {
       const int32_t slot = 63 - __builtin_clzll(part);
-      const int32_t candidate = ring->positions[slot];
+      part &= ~(1ull << slot);
+      // A candidate must be strictly longer than the best to replace it, so
+      // one whose byte at the best length differs, or any once the best
+      // fills the room, is passed over without measuring it.
+      if (best >= room) return best;
+      const int32_t candidate = ring.positions[slot];
+      if (best > 0 && target_[candidate + best] != at[best]) continue;
       const int32_t len = FMatchForward(target_ + candidate, end, at, end);
       if (len > best) {
         best = len;

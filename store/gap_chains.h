@@ -11,17 +11,19 @@
 #include <cstdint>
 
 #include "lib/larr.h"
+#include "store/byte_match.h"
 
 struct TChainRing {
   static const int32_t kSlots = 50;
-  // A 32-bit fingerprint of the six hashed bytes of each slot's position, kept
-  // beside the positions so that a walk tests fifty of them with a few
-  // vector compares instead of fifty reads of the target. Two spare slots
-  // round the array up to whole vectors.
-  uint32_t tags[kSlots + 2];
+  // The slots rounded up to whole vectors of tags.
+  static const int32_t kTagSlots = 56;
+  int16_t head;   // the slot the next insertion writes
+  int16_t count;  // slots in use, up to kSlots
+  // A 16-bit fingerprint of the six hashed bytes of each slot's position,
+  // kept beside the ring's head so that a walk tests all fifty with a few
+  // vector compares on two cache lines instead of fifty reads of the target.
+  uint16_t tags[kTagSlots];
   int32_t positions[kSlots];
-  int32_t head;   // the slot the next insertion writes
-  int32_t count;  // slots in use, up to kSlots
 };
 
 class TGapChains {
@@ -39,22 +41,39 @@ class TGapChains {
   // The bucket of a position: from the little-endian 16-bit words w0, w1, w2
   // at offsets 0, 2 and 4, (((w1 << 2) | w2) << 1 | w0) mod 10000. Every
   // stored version was matched with this hash, weak as it is.
-  static uint32_t bucketOf(const uint8_t* at);
-  static uint32_t tagOf(const uint8_t* at);
+  static uint32_t bucketOf(const uint8_t* at) {
+    const uint32_t w0 = at[0] | at[1] << 8;
+    const uint32_t w1 = at[2] | at[3] << 8;
+    const uint32_t w2 = at[4] | at[5] << 8;
+    return ((((w1 << 2) | w2) << 1) | w0) % kBuckets;
+  }
+  static uint32_t tagOf(const uint8_t* at) {
+    return static_cast<uint32_t>(((FLoad64(at) & 0xFFFFFFFFFFFFull) * 0x9E3779B97F4A7C15ull) >> 48);
+  }
+
+  // The ring of a bucket, null while nothing was inserted into it.
+  const TChainRing* ring(uint32_t bucket) const { return buckets_[bucket]; }
 
   void insert(int32_t position) {
     insert(bucketOf(target_ + position), tagOf(target_ + position), position);
   }
-  void insert(uint32_t bucket, uint32_t tag, int32_t position);
-  bool hasRing(uint32_t bucket) const { return buckets_[bucket] != nullptr; }
+  void insert(uint32_t bucket, uint32_t tag, int32_t position) {
+    TChainRing* ring = buckets_[bucket];
+    if (ring == nullptr) ring = buckets_[bucket] = newRing();
+    // Once full, the slot written is that of the oldest entry.
+    ring->tags[ring->head] = static_cast<uint16_t>(tag);
+    ring->positions[ring->head] = position;
+    ring->head = static_cast<int16_t>(ring->head + 1 == TChainRing::kSlots ? 0 : ring->head + 1);
+    if (ring->count < TChainRing::kSlots) ring->count++;
+    insertions_++;
+  }
 
   // The longest common prefix of the bytes at `position` with those at any
-  // position in the bucket's ring, bounded by limit - position; among equal
-  // lengths the newest entry wins, and the walk stops at kLongEnough. The
-  // ring must exist; every entry must lie before `position`. Returns the
-  // length and sets *from to the entry (untouched when the ring holds none
-  // with the same fingerprint).
-  int32_t longest(uint32_t bucket, uint32_t tag, int32_t position, int32_t limit,
+  // position in `ring`, bounded by limit - position; among equal lengths the
+  // newest entry wins, and the walk stops at kLongEnough. Every entry must
+  // lie before `position`. Returns the length and sets *from to the entry
+  // (untouched when the ring holds none with the same fingerprint).
+  int32_t longest(const TChainRing& ring, uint32_t tag, int32_t position, int32_t limit,
                   int32_t* from) const;
 
   int32_t ringCount() const { return rings_; }

@@ -22,9 +22,9 @@ void FEncodeGap(const uint8_t* target, int32_t from, int32_t to, TTokenWriter& o
     progress.reach(p);
     const uint32_t bucket = TGapChains::bucketOf(target + p);
     const uint32_t tag = TGapChains::tagOf(target + p);
-    if (table.hasRing(bucket)) {
+    if (const TChainRing* ring = table.ring(bucket)) {
       int32_t source = 0;
-      const int32_t len = table.longest(bucket, tag, p, to, &source);
+      const int32_t len = table.longest(*ring, tag, p, to, &source);
       if (len >= kHashed) {
         out.literal(target + literalStart, p - literalStart);
         out.selfCopy(len, p - source);

@@ -50,9 +50,9 @@ inline uint32_t reverse16(uint32_t m) {
 
 // Calls visit(position) for every passing probe, in probe order, with the
 // position counted from the start of the whole reference, until visit
-// returns true.
+// returns true. Returns the distance that the scan reached.
 template <typename Visit>
-void FScanProbes(const TProbeRange& g, uint32_t word, Visit&& visit) {
+int32_t FScanProbes(const TProbeRange& g, uint32_t word, Visit&& visit) {
   const uint8_t* base = g.reference + g.rFrom;
   const int32_t forwardEnd = g.rTo - g.rFrom - 4;
   const int32_t backwardTop = g.referenceLen - 4 - g.rFrom;
@@ -62,7 +62,7 @@ void FScanProbes(const TProbeRange& g, uint32_t word, Visit&& visit) {
   for (int32_t d0 = 0; d0 < g.radius; d0 += 16) {
     const int32_t fwd0 = g.r + d0;  // forward probe at distance d0
     const int32_t bwd0 = g.r - d0;  // backward probe at distance d0
-    if (fwd0 >= forwardEnd && bwd0 < 0) return;
+    if (fwd0 >= forwardEnd && bwd0 < 0) return d0;
     // Bit j of each mask stands for distance d0 + j. Whole blocks inside all
     // bounds take the vector test; blocks at an edge test probe by probe.
     uint32_t fwdHits = 0;
@@ -87,8 +87,9 @@ void FScanProbes(const TProbeRange& g, uint32_t word, Visit&& visit) {
     }
     for (uint32_t hits = fwdHits | bwdHits; hits != 0; hits &= hits - 1) {
       int32_t j = __builtin_ctz(hits);
-      if ((fwdHits >> j & 1) != 0 && visit(g.rFrom + fwd0 + j)) return;
-      if ((bwdHits >> j & 1) != 0 && visit(g.rFrom + bwd0 - j)) return;
+      if ((fwdHits >> j & 1) != 0 && visit(g.rFrom + fwd0 + j)) return d0 + j;
+      if ((bwdHits >> j & 1) != 0 && visit(g.rFrom + bwd0 - j)) return d0 + j;
     }
   }
+  return g.radius;
 }

@@ -16,7 +16,7 @@ const int32_t kCoarseSteps = 5;
 // Runs coarse passes until one raises the number of matches by no more than
 // about stopPercent. There is no other bound: every pass that goes on must
 // add a share of matches, and matches cannot outnumber the target's bytes.
-void findCoarseMatches(const TCoarseInput& in, int32_t stopPercent, TMatchList& matches) {
+void findCoarseMatches(TCoarseInput& in, int32_t stopPercent, TMatchList& matches) {
   FSetProgressRange(kCoarseShare, kCoarseSteps);
   for (;;) {
     FAddProgress(1);
@@ -33,8 +33,8 @@ int32_t FEncodeVersion(const THeldView& target, const THeldView* reference, LStr
   TProgressLevel level;
   TMatchList matches;
   if (reference != nullptr) {
-    const TCoarseInput in{target.bytes, target.size, reference->bytes, reference->size,
-                          settings.coarseDiv};
+    TCoarseInput in(target.bytes, target.size, reference->bytes, reference->size,
+                    settings.coarseDiv);
     findCoarseMatches(in, settings.stopPercent, matches);
   }
 

@@ -94,14 +94,19 @@ TEST(CodecOracle, CoarseMatcherFindsWhatThePlainOneFinds) {
     int32_t tTo = tFrom + static_cast<int32_t>(rng() % (t.size() - tFrom + 1));
     int32_t rTo = rFrom + static_cast<int32_t>(rng() % (r.size() - rFrom + 1));
     if (round % 2 == 0) tFrom = 0, tTo = t.size(), rFrom = 0, rTo = r.size();
-    TMatchList fast, plain;
-    FFindMatches(in, tFrom, tTo, rFrom, rTo, fast);
-    RefFindMatches(in, tFrom, tTo, rFrom, rTo, plain, true);
-    ASSERT_EQ(plain.count, fast.count) << "round " << round;
-    for (int32_t i = 0; i < plain.count; i++) {
-      ASSERT_EQ(plain[i]->pos, fast[i]->pos);
-      ASSERT_EQ(plain[i]->len, fast[i]->len);
-      ASSERT_EQ(plain[i]->refPos, fast[i]->refPos);
+    // Searching the same input again, as later passes do, turns to the
+    // index of the reference's words once enough has been scanned; the
+    // matches must not change.
+    for (int search = 0; search < (round % 4 == 0 ? 4 : 1); search++) {
+      TMatchList fast, plain;
+      FFindMatches(in, tFrom, tTo, rFrom, rTo, fast);
+      RefFindMatches(in, tFrom, tTo, rFrom, rTo, plain, true);
+      ASSERT_EQ(plain.count, fast.count) << "round " << round;
+      for (int32_t i = 0; i < plain.count; i++) {
+        ASSERT_EQ(plain[i]->pos, fast[i]->pos);
+        ASSERT_EQ(plain[i]->len, fast[i]->len);
+        ASSERT_EQ(plain[i]->refPos, fast[i]->refPos);
+      }
     }
   }
 }

@@ -63,11 +63,13 @@ TEST(GapChains, RingKeepsTheLastFiftyAndNewestWinsTies) {
   table.insert(0);
   for (int i = 0; i < 49; i++) table.insert(10 + 8 * i);
   int32_t from = -1;
-  EXPECT_EQ(10, table.longest(TGapChains::bucketOf(at), TGapChains::tagOf(at), probe, end, &from));
+  EXPECT_EQ(10, table.longest(*table.ring(TGapChains::bucketOf(at)), TGapChains::tagOf(at), probe,
+                              end, &from));
   EXPECT_EQ(0, from);
 
   table.insert(10 + 8 * 49);
-  EXPECT_EQ(6, table.longest(TGapChains::bucketOf(at), TGapChains::tagOf(at), probe, end, &from));
+  EXPECT_EQ(6, table.longest(*table.ring(TGapChains::bucketOf(at)), TGapChains::tagOf(at), probe,
+                             end, &from));
   EXPECT_EQ(10 + 8 * 49, from);
   EXPECT_EQ(1, table.ringCount());
   EXPECT_EQ(51, table.insertCount());
