@@ -18,6 +18,8 @@ void FFindMatches(TCoarseInput& in, int32_t tFrom, int32_t tTo, int32_t rFrom, i
   const int32_t tLen = tTo - tFrom;
   const int32_t rLen = rTo - rFrom;
   if (tLen < 4 || rLen < 4) return;
+  // The setting is never below 1; the guard only keeps a bad one from
+  // dividing by zero.
   const int32_t step = std::max(tLen / (2 * std::max(in.coarseDiv, 1)), 4);
   const uint8_t* target = in.target;
   const uint8_t* reference = in.reference;

@@ -58,6 +58,10 @@ class TCoarseInput {
   // while pairs of unrelated files still get it early enough (16 MB/s with
   // it, 10 MB/s without).
   static const int32_t kScansBeforeIndex = 64;
+  // The index takes four bytes per reference byte; larger references are
+  // only ever scanned, so that the encoder's memory stays a small multiple of
+  // the two versions it holds.
+  static const int32_t kLargestIndexed = 32 << 20;
 
   int64_t scanned_ = 0;
   std::unique_ptr<TRefIndex> index_;
@@ -74,7 +78,8 @@ void FRefineMatches(TCoarseInput& in, TMatchList& list);
 
 template <typename Visit>
 void TCoarseInput::visitProbes(const TProbeRange& range, uint32_t word, Visit&& visit) {
-  if (index_ == nullptr && scanned_ > int64_t{kScansBeforeIndex} * referenceLen)
+  if (index_ == nullptr && referenceLen <= kLargestIndexed &&
+      scanned_ > int64_t{kScansBeforeIndex} * referenceLen)
     index_.reset(new TRefIndex(reference, referenceLen));
   if (index_ != nullptr)
     index_->visitProbes(range, word, visit);
