@@ -39,6 +39,8 @@ void FSetStatus(const char* text) {
   if (gUi) gUi->setStatus(text);
 }
 
+void TWorkerUi::showItem(const char* text) { FSetStatus(text); }
+
 const char* FCommandLabel(int32_t cmdId) {
   for (const TCommandDef& def : kCommands)
     if (def.id == cmdId) return def.label;

@@ -12,6 +12,7 @@ class TWorkerUi : public TProgressSink {
  public:
   // The main status text (from either thread; calls are serialised).
   virtual void setStatus(const char* text) = 0;
+  void showItem(const char* text) override;
   // Status part 2: the label of the running command.
   virtual void setStatus2(const char* text) = 0;
   // A command starts (commands are disabled, a progress control appears) or

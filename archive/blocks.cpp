@@ -14,6 +14,12 @@ const unsigned char kZeros[kAlignment] = {};
 }  // namespace
 
 void FReleaseBlock(TArchive& archive, int32_t pos, bool keepStart) {
+  LInts segments;
+  if (pos > 0 && archive.update != nullptr && archive.update->takeSegments(pos, segments)) {
+    for (int32_t i = 0; i < segments.count; i += 2)
+      FPutExtent(archive.freeList, new TExtent{segments[i], segments[i + 1]}, i == 0 && keepStart);
+    return;
+  }
   bool first = true;
   // More segments than the data area can hold means the chain loops.
   int32_t left = archive.treePos / kAlignment;
@@ -63,6 +69,7 @@ int32_t FWriteSegments(TArchive& archive, TUpdateFile& update, int32_t keepPos,
       firstPos = extent->pos;
       if (parentAt) *parentAt = recordAt + kSegmentHead;
     }
+    update.noteSegment(firstPos, extent->pos, rounded);
     written += n;
     first = false;
 

@@ -12,6 +12,7 @@
 class TFolder;
 class TFile;
 class TVer;
+class THeldBuf;
 struct TVerInfo;
 
 // Kinds, ordered as the panes sort them.
@@ -112,6 +113,20 @@ class TVer : public TRec {
   const char* name() const override;
   // Position in the file: from the oldest, or from the newest.
   int32_t IndexInFile(bool fromNewest) const;
+
+  // The version's side record in the work set, made from the version
+  // header in the archive the first time it is asked for.
+  TVerInfo* Info();
+  // The side record if there is one; with mustExist, none is "Internal
+  // Error #1910".
+  TVerInfo* FindInfo(bool mustExist) const;
+  // True when the held form is in memory.
+  bool HasHeld() const;
+  // The held form: read from the archive (a stored version) or from the
+  // source file (a new one) on the first hold. Every Hold is matched by one
+  // Release; the last Release frees the bytes.
+  const THeldBuf& Hold();
+  void Release();
 };
 
 // Orders records as the panes show them: folders before files, then by name

@@ -41,6 +41,26 @@ void TUpdateFile::patchI32(int32_t at, int32_t value) {
 
 void TUpdateFile::addFixup(int32_t at, TVer* ver) { fixups.add(new TFixup{at, ver}); }
 
+void TUpdateFile::noteSegment(int32_t blockPos, int32_t segmentPos, int32_t size) {
+  TWritten* block = written_.last();
+  if (block == nullptr || block->blockPos != blockPos) {
+    block = new TWritten{blockPos, {}};
+    written_.add(block);
+  }
+  block->segments.add(segmentPos);
+  block->segments.add(size);
+}
+
+bool TUpdateFile::takeSegments(int32_t blockPos, LInts& segments) {
+  for (int32_t i = 0; i < written_.count; i++) {
+    if (written_[i]->blockPos != blockPos) continue;
+    segments.addAll(written_[i]->segments);
+    written_.removeRange(i, 1);
+    return true;
+  }
+  return false;
+}
+
 void TUpdateFile::writeEnd() { FWriteI32(*file_, kUpdateEnd); }
 
 void TUpdateFile::close() {
@@ -52,5 +72,6 @@ void TUpdateFile::discard() {
   delete file_;
   file_ = nullptr;
   fixups.clear();
+  written_.clear();
   SysDeleteFile(path_.ptr);
 }

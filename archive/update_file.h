@@ -36,6 +36,12 @@ class TUpdateFile {
   // Overwrites 4 bytes at a position of the update file, then returns to the end.
   void patchI32(int32_t at, int32_t value);
   void addFixup(int32_t at, TVer* ver);
+  // Remembers a segment of a block written in this update: such a block is
+  // not on disk yet, so freeing it again must not read the archive.
+  void noteSegment(int32_t blockPos, int32_t segmentPos, int32_t size);
+  // Takes out the segments noted for a block (position and size pairs);
+  // false when the block was not written in this update.
+  bool takeSegments(int32_t blockPos, LInts& segments);
   void writeEnd();
   void close();
   // Closes and deletes the file.
@@ -44,6 +50,16 @@ class TUpdateFile {
   LIoFile& stream() { return *file_; }
   const char* path() const { return path_.ptr; }
   LArrOf<TFixup*, LDelete<TFixup*>> fixups;
+
+ private:
+  struct TWritten {
+    KST_POOLED_NEW
+    int32_t blockPos;
+    LInts segments;
+  };
+  LArrOf<TWritten*, LDelete<TWritten*>> written_;
+
+ public:
 
  private:
   LStr path_;

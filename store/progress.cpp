@@ -28,6 +28,10 @@ int32_t stretch(int32_t p, const Frame* frame) {
 
 void FSetProgressSink(TProgressSink* sink) { gSink = sink; }
 
+void FShowProgressItem(const char* text) {
+  if (gSink != nullptr) gSink->showItem(text);
+}
+
 void FPushProgress() { gTop = new Frame{gTop, 0, 100, -1, 0}; }
 
 void FPopProgress() {

@@ -10,9 +10,14 @@ class TProgressSink {
  public:
   virtual ~TProgressSink() = default;
   virtual void showPercent(int32_t percent) = 0;
+  // The item the command works on now (a path or a name).
+  virtual void showItem(const char* text) = 0;
 };
 // Null sends nothing.
 void FSetProgressSink(TProgressSink* sink);
+
+// Shows the item the command works on.
+void FShowProgressItem(const char* text);
 
 // Opens a frame over the whole range of the frame below (0 to 100 at the
 // bottom), with no total.

@@ -1,0 +1,296 @@
+#include "store/version_io.h"
+
+#include <cstring>
+
+#include "archive/archive.h"
+#include "archive/format.h"
+#include "archive/update_file.h"
+#include "lib/fail.h"
+#include "lib/fixed_coding.h"
+#include "lib/io_file.h"
+#include "lib/lhash.h"
+#include "lib/mem_stream.h"
+#include "lib/msg.h"
+#include "lib/num_coding.h"
+#include "store/content_sum.h"
+#include "store/pack_bytes.h"
+#include "store/token_format.h"
+#include "store/ver_info.h"
+#include "store/version_encoder.h"
+#include "store/version_expand.h"
+#include "store/version_ratio.h"
+#include "store/work_set.h"
+
+namespace {
+
+const TCodecSettings kDefaultSettings;
+const TCodecSettings* gSettings = &kDefaultSettings;
+
+// A reference chain that loops, or a segment chain that leaves the data area.
+const int kFormatBadBlock = 895;
+
+// A difference from the modification time, kept in 32 bits.
+uint32_t timeDiff(int64_t value, int64_t base) { return static_cast<uint32_t>(value - base); }
+int64_t timeBack(uint32_t diff, int64_t base) {
+  return static_cast<int32_t>(diff + static_cast<uint32_t>(base));
+}
+
+struct BlockHead {
+  int32_t length;
+  int32_t next;
+  int32_t parent;
+  int32_t rawSize;
+  int32_t dataStart;  // archive position of the first data byte
+};
+
+void checkSegment(const TArchive& archive, int32_t pos, int32_t length, int32_t head) {
+  if (pos < kHeaderSize || pos % kAlignment != 0 || pos >= archive.treePos || length < head ||
+      length > archive.treePos - pos)
+    FFormatError(kFormatBadBlock);
+}
+
+BlockHead readHead(TArchive& archive, int32_t pos) {
+  checkSegment(archive, pos, kFirstSegmentHead, 0);
+  archive.seek(pos);
+  BlockHead head;
+  head.length = FReadI32(archive);
+  head.next = FReadI32(archive);
+  head.parent = FReadI32(archive);
+  FReadVerHeader(archive, nullptr);
+  head.rawSize = static_cast<int32_t>(FReadNum(archive));
+  head.dataStart = archive.tell();
+  checkSegment(archive, pos, head.length, head.dataStart - pos);
+  if (head.rawSize < 0) FFormatError(425);
+  return head;
+}
+
+// The stored form of one block: the data of all its segments in order.
+void readStored(TArchive& archive, int32_t pos, const BlockHead& head, LStr& stored) {
+  archive.seek(head.dataStart);
+  archive.readInto(stored, head.length - (head.dataStart - pos));
+  int32_t left = archive.treePos / kAlignment;
+  for (int32_t next = head.next; next > 0;) {
+    if (--left < 0) FFormatError(kFormatBadBlock);
+    checkSegment(archive, next, kSegmentHead, 0);
+    archive.seek(next);
+    int32_t length = FReadI32(archive);
+    int32_t following = FReadI32(archive);
+    checkSegment(archive, next, length, kSegmentHead);
+    archive.readInto(stored, length - kSegmentHead);
+    next = following;
+  }
+}
+
+TArchive& archive() { return *FArchive(); }
+
+}  // namespace
+
+const TCodecSettings& FCodecSettings() { return *gSettings; }
+void FSetCodecSettings(const TCodecSettings* settings) {
+  gSettings = settings ? settings : &kDefaultSettings;
+}
+
+void FWriteVerHeader(LStream& stream, TVer* ver) {
+  const TVerInfo* info = ver->FindInfo(true);
+  uint8_t bytes[3] = {info->uniqueRatio, info->compRatio, info->attrs};
+  stream.write(bytes, 3);
+  FWriteDiff(stream, timeDiff(info->createTime, ver->time), 0);
+  FWriteDiff(stream, timeDiff(info->accessTime, ver->time), 0);
+  FWriteDiff(stream, timeDiff(info->storeTime, ver->time), 0);
+  FWriteNum(stream, static_cast<uint32_t>(info->storeNo));
+  FWriteNum(stream, static_cast<uint32_t>(info->commentId));
+  FWriteNum(stream, static_cast<uint32_t>(info->userId));
+  FWriteNum(stream, static_cast<uint32_t>(info->checkoutId));
+}
+
+void FReadVerHeader(LSrm& srm, TVer* ver) {
+  uint8_t bytes[3];
+  for (uint8_t& b : bytes) {
+    int c = srm.getByte();
+    if (c < 0) FFormatError(kFormatEndOfData);
+    b = static_cast<uint8_t>(c);
+  }
+  uint32_t create = FReadDiff(srm, 0);
+  uint32_t access = FReadDiff(srm, 0);
+  uint32_t store = FReadDiff(srm, 0);
+  uint32_t storeNo = FReadNum(srm);
+  uint32_t commentId = FReadNum(srm);
+  uint32_t userId = FReadNum(srm);
+  uint32_t checkoutId = FReadNum(srm);
+  if (ver == nullptr) return;
+  TVerInfo* info = FWorkSet()->NewInfo(ver);
+  info->uniqueRatio = bytes[0];
+  info->compRatio = bytes[1];
+  info->attrs = bytes[2];
+  info->createTime = timeBack(create, ver->time);
+  info->accessTime = timeBack(access, ver->time);
+  info->storeTime = timeBack(store, ver->time);
+  info->storeNo = static_cast<int32_t>(storeNo);
+  info->commentId = static_cast<int32_t>(commentId);
+  info->userId = static_cast<int32_t>(userId);
+  info->checkoutId = static_cast<int32_t>(checkoutId);
+}
+
+void FReadBlock(THeldBuf& result, TArchive& archive, int32_t pos) {
+  // The chain from this block up to the newest version, which has no
+  // parent. Walked first and decoded from the top down, so that the depth of
+  // a chain costs no stack, and a loop is found instead of followed.
+  LInts chain;
+  LHash seen(LHash::kInts);
+  for (int32_t at = pos; at > 0;) {
+    if (seen.containsInt(at)) FFormatError(kFormatBadBlock);
+    seen.addInt(at);
+    chain.add(at);
+    at = readHead(archive, at).parent;
+  }
+  THeldBuf reference;
+  for (int32_t i = chain.count - 1; i >= 0; i--) {
+    BlockHead head = readHead(archive, chain[i]);
+    LStr stored;
+    readStored(archive, chain[i], head, stored);
+    THeldView view(reference);
+    THeldBuf held;
+    FExpandStored(reinterpret_cast<const uint8_t*>(stored.ptr), stored.length, head.rawSize,
+                  i == chain.count - 1 ? nullptr : &view, held);
+    reference.swap(held);
+  }
+  result.swap(reference);
+}
+
+int32_t FWriteBlock(TVer* ver, const THeldBuf& stored, TVer* reference) {
+  TArchive& arc = archive();
+  TUpdateFile& update = arc.update ? *arc.update : arc.beginUpdate();
+  int32_t keep = 0;
+  if (ver->dataPos > 0) {
+    FReleaseBlock(arc, ver->dataPos, /*keepStart=*/true);
+    keep = ver->dataPos;
+  }
+  LStr head;
+  LMemOutStream out(head);
+  FWriteI32(out, 0);  // the parent, patched at commit
+  FWriteVerHeader(out, ver);
+  FWriteNum(out, static_cast<uint32_t>(ver->size));
+  int32_t parentAt = 0;
+  int32_t pos = FWriteSegments(arc, update, keep, head.ptr, head.length, stored.data(),
+                               stored.size(), &parentAt);
+  if (reference != nullptr) update.addFixup(parentAt, reference);
+  return pos;
+}
+
+void FReadFileIn(TVer* ver) {
+  TVerInfo* info = ver->FindInfo(true);
+  LStr raw;
+  raw.reserve(ver->size + 10);
+  {
+    LIoFile file(info->srcPath->ptr, 'r', true);
+    file.readAll(raw);
+  }
+  if (raw.length != ver->size)
+    FError(kMsgErrorBox, "ファイル %s の読み出しエラーです", info->srcPath->ptr);
+  const uint8_t* bytes = reinterpret_cast<const uint8_t*>(raw.ptr);
+  ver->checksum = FSum16(bytes, raw.length);
+  LStr held;
+  LMemOutStream out(held);
+  FPackBytes(bytes, raw.length, out, FCodecSettings());
+  raw.clear();
+  delete info->held;
+  info->held = new THeldBuf(held.ptr, held.length);
+  info->heldLen = held.length;
+}
+
+TVerInfo* TVer::FindInfo(bool mustExist) const {
+  TVerInfo* info = FWorkSet()->findInfo(this);
+  if (info == nullptr && mustExist) FInternalBox(1910);
+  return info;
+}
+
+TVerInfo* TVer::Info() {
+  if (TVerInfo* info = FindInfo(false)) return info;
+  if (dataPos <= 0) FInternalBox(1910);
+  TArchive& arc = archive();
+  checkSegment(arc, dataPos, kFirstSegmentHead, 0);
+  arc.seek(dataPos + kFirstSegmentHead);
+  FReadVerHeader(arc, this);
+  return FindInfo(true);
+}
+
+bool TVer::HasHeld() const {
+  const TVerInfo* info = FindInfo(false);
+  return info != nullptr && info->held != nullptr;
+}
+
+const THeldBuf& TVer::Hold() {
+  TVerInfo* info = Info();
+  info->holds++;
+  if (info->held == nullptr) {
+    if (flags & kVerStored) {
+      THeldBuf* held = new THeldBuf;
+      info->held = held;
+      FReadBlock(*held, archive(), dataPos);
+      info->heldLen = held->size();
+    } else if (flags & kVerNew) {
+      FReadFileIn(this);
+    } else {
+      FInternalBox(893);
+    }
+    if (info->heldLen > static_cast<int64_t>(size) + kHeldSlack) FFormatError(kBadHeldLength);
+  }
+  return *info->held;
+}
+
+void TVer::Release() {
+  TVerInfo* info = FindInfo(true);
+  if (--info->holds > 0) return;
+  info->holds = 0;
+  delete info->held;
+  info->held = nullptr;
+  info->heldLen = -1;
+}
+
+void FStoreDelta(TVer* older, TVer* newer, bool dropIfSame) {
+  const THeldBuf& target = older->Hold();
+  const THeldBuf& reference = newer->Hold();
+  LStr storedText;
+  LMemOutStream out(storedText);
+  THeldView targetView(target);
+  THeldView referenceView(reference);
+  int32_t matched = FEncodeVersion(targetView, &referenceView, out, FCodecSettings());
+  if (matched == target.size() && target.size() == reference.size() &&
+      std::memcmp(target.data(), reference.data(), target.size()) == 0) {
+    if (dropIfSame)
+      newer->flags |= kVerDrop;
+    else
+      older->flags |= kVerSame;
+  }
+  // Nothing is stored when the newer version is dropped, nor when the two
+  // share under 5 percent: the older one then keeps its block as it is.
+  if (!(newer->flags & kVerDrop) && static_cast<int64_t>(matched) * 20 >= target.size()) {
+    TVerInfo* info = older->FindInfo(true);
+    if (older->flags & kVerSame) {
+      info->uniqueRatio = 0;
+      info->compRatio = 0;
+    } else {
+      info->uniqueRatio = FUniqueRatio(target.size(), matched);
+      info->compRatio = FCompRatio(storedText.length, older->size);
+    }
+    THeldBuf stored(storedText.ptr, storedText.length);
+    older->dataPos = FWriteBlock(older, stored, newer);
+    older->flags |= kVerEncoded;
+  }
+  older->Release();
+  newer->Release();
+}
+
+void FStoreWhole(TVer* ver) {
+  const THeldBuf& held = ver->Hold();
+  LStr storedText;
+  LMemOutStream out(storedText);
+  THeldView view(held);
+  FEncodeVersion(view, nullptr, out, FCodecSettings());
+  TVerInfo* info = ver->FindInfo(true);
+  info->uniqueRatio = 100;
+  info->compRatio = FCompRatio(storedText.length, ver->size);
+  THeldBuf stored(storedText.ptr, storedText.length);
+  ver->dataPos = FWriteBlock(ver, stored, nullptr);
+  ver->Release();
+}
