@@ -1,0 +1,230 @@
+#include "store/add_command.h"
+
+#include "archive/archive.h"
+#include "archive/update_file.h"
+#include "lib/fail.h"
+#include "lib/file_time.h"
+#include "lib/msg.h"
+#include "lib/path_parts.h"
+#include "store/add_cond.h"
+#include "store/cond.h"
+#include "store/progress.h"
+#include "store/ver_info.h"
+#include "store/version_io.h"
+#include "store/work_set.h"
+
+namespace {
+
+// The suffix with which the panes mark a folder among dropped paths.
+const char kFolderSuffix[] = " <folder>";
+
+struct AddRun {
+  TCond* cond;
+  const TAddOptions& options;
+};
+
+int32_t addEntry(const char* path, TRecF* parent, const SysFileInfo& info, AddRun& run);
+
+LStr treePath(const TRec* rec) {
+  LStr out;
+  rec->displayPath(out);
+  return out;
+}
+
+// The joined path of a folder entry.
+LStr childPath(const char* folder, const LStr& name) {
+  LStr path(folder);
+  FAddSep(path);
+  path.append(name);
+  return path;
+}
+
+int32_t addFolder(const char* path, TRecF* parent, const SysFileInfo& info, AddRun& run) {
+  if (FWorkSet()->stopState != kStopRun) FCheckStop();
+  LStr name = FNameOf(path);
+  TRec* existing = parent->findChild(name.ptr);
+  if (existing != nullptr && !existing->isFolder())
+    FError(kMsgErrorBox, "「%s」はファイルとしてすでに存在します", treePath(existing).ptr);
+  TFolder* folder = static_cast<TFolder*>(existing);
+  // A new folder is owned here until it has a version below it, so that a
+  // failure in the walk does not leave it behind.
+  struct FreshFolder {
+    TFolder* folder = nullptr;
+    ~FreshFolder() { delete folder; }
+  } fresh;
+  if (folder == nullptr) {
+    folder = fresh.folder = new TFolder;
+    folder->setName(name.ptr);
+    folder->time = FToUnixTime(info.created);
+    folder->parent = parent;  // for paths while the walk runs
+  }
+  int32_t added = 0;
+  {
+    SysFolderScan scan(path);
+    LStr entryName;
+    SysFileInfo entry;
+    while (scan.isOpen() && scan.next(entryName, entry)) {
+      FCheckStop();
+      LStr entryPath = childPath(path, entryName);
+      added += addEntry(entryPath.ptr, folder, entry, run);
+    }
+  }
+  // No empty folders: a new folder that gave no version leaves no trace.
+  if (fresh.folder != nullptr && added > 0) {
+    parent->addChild(folder);
+    fresh.folder = nullptr;
+  }
+  return added;
+}
+
+int32_t addFile(const char* path, TRecF* parent, const SysFileInfo& info, AddRun& run) {
+  TWorkSet* work = FWorkSet();
+  work->seen++;
+  int64_t modified = FToUnixTime(FCleanTime(info.modified));
+  LStr name = FNameOf(path);
+  TFile* file = FFileItem(parent, name.ptr, /*create=*/false);
+  TVer* newest = file ? file->latestVer() : nullptr;
+  // Same date and size as the newest version: skipped without reading.
+  if (run.options.skipEquDtF && newest != nullptr && newest->size == info.size &&
+      newest->time == modified) {
+    work->skipped++;
+    return 0;
+  }
+  if (run.cond != nullptr) {
+    TAddCandidate candidate{name.ptr, modified,  info.size,
+                            path,     FAttrBits(info.attributes), file != nullptr};
+    if (!FAddCondTest(candidate, *run.cond)) return 0;
+  }
+  if (file == nullptr) file = FFileItem(parent, name.ptr, /*create=*/true);
+
+  TVer* ver = new TVer;
+  ver->flags = kVerNew;
+  TVerInfo* verInfo = work->NewInfo(ver);
+  file->addChild(ver);
+  work->versions.add(ver);
+  verInfo->srcPath = new LStr(path);
+  ver->time = modified;
+  verInfo->createTime = FToUnixTime(info.created);
+  verInfo->accessTime = FToUnixTime(info.accessed);
+  if (info.size >= 2147483648LL) FError(kMsgErrorBox, "%s のサイズが大きすぎます", path);
+  ver->size = static_cast<int32_t>(info.size);
+  if (run.cond != nullptr && !run.cond->addComment.empty())
+    verInfo->commentId = static_cast<int32_t>(FStrings().lookupOrAdd(run.cond->addComment.ptr));
+  verInfo->userId = static_cast<int32_t>(FStrings().lookupOrAdd(run.options.userTag.ptr));
+  verInfo->storeTime = work->storeTime;
+  verInfo->storeNo = work->storeNo;
+  verInfo->attrs = FAttrBits(info.attributes);
+  return 1;
+}
+
+int32_t addEntry(const char* path, TRecF* parent, const SysFileInfo& info, AddRun& run) {
+  if ((info.attributes & kSysAttrLink) && (info.attributes & kSysAttrDirectory)) {
+    FMsg(kMsgWarning, "「%s」はフォルダへのリンクなので追加しません", path);
+    return 0;
+  }
+  if (info.attributes & kSysAttrDevice) {
+    FMsg(kMsgWarning, "「%s」は通常のファイルではないので追加しません", path);
+    return 0;
+  }
+  if (info.attributes & kSysAttrDirectory) {
+    if (!parent->isFolder()) FError(kMsgErrorBox, "フォルダをファイルに追加することはできません");
+    return addFolder(path, parent, info, run);
+  }
+  return addFile(path, parent, info, run);
+}
+
+void addPath(const char* given, TRecF* target, AddRun& run) {
+  LStr path(given);
+  int32_t suffix = static_cast<int32_t>(sizeof kFolderSuffix) - 1;
+  if (path.length >= suffix && path.find(kFolderSuffix, suffix, path.length - suffix) >= 0)
+    path.truncate(path.length - suffix);
+  if (path.length > 1) FDropSep(path);
+  SysFileInfo info;
+  if (!SysStat(path.ptr, &info))
+    FError(kMsgErrorBox, "ファイル/フォルダ「%s」が見つかりません", path.ptr);
+  addEntry(path.ptr, target, info, run);
+}
+
+void storeNew(TVer* ver, const TAddOptions& options) {
+  FSetProgressRange(75, -1);
+  TFile* file = ver->ownerFile();
+  int32_t index = ver->IndexInFile(false);
+  if (index > 0) {
+    TVer* older = file->version(index - 1);
+    FStoreDelta(older, ver, options.skipEquF != 0 || older->time == ver->time);
+  }
+  FSetProgressRange(100, -1);
+  if (!(ver->flags & kVerDrop)) FStoreWhole(ver);
+}
+
+}  // namespace
+
+uint8_t FAttrBits(uint32_t attributes) {
+  uint8_t bits = 0;
+  if (attributes & kSysAttrReadOnly) bits |= kAttrReadOnly;
+  if (attributes & kSysAttrArchive) bits |= kAttrArchive;
+  if (attributes & kSysAttrHidden) bits |= kAttrHidden;
+  if (attributes & kSysAttrSystem) bits |= kAttrSystem;
+  return bits;
+}
+
+TFile* FFileItem(TRecF* parent, const char* name, bool create) {
+  if (parent->isFile()) return static_cast<TFile*>(parent);
+  TRec* existing = parent->findChild(name);
+  if (existing != nullptr) {
+    if (!existing->isFile()) {
+      LStr shown;
+      existing->displayPath(shown);
+      FError(kMsgErrorBox, "「%s」はフォルダとしてすでに存在します", shown.ptr);
+    }
+    return static_cast<TFile*>(existing);
+  }
+  if (!create) return nullptr;
+  TFile* file = new TFile;
+  file->setName(name);
+  parent->addChild(file);
+  FWorkSet()->created++;
+  return file;
+}
+
+void FCmdAdd(TRec* target, const LStrs& paths, TCond* cond, const TAddOptions& options) {
+  TArchive& archive = *FArchive();
+  TWorkSet* work = FWorkSet();
+  work->storeTime = FToUnixTime(SysNow());
+  work->storeNo = archive.lastStoreNo + 1;
+  AddRun run{cond, options};
+  TRecF* into = static_cast<TRecF*>(target);
+  for (const LStr* path : paths) {
+    if (archive.firstAddPath.empty()) archive.firstAddPath = *path;
+    addPath(path->ptr, into, run);
+  }
+
+  TUpdateFile& update = archive.beginUpdate();
+  for (int32_t i = 0; i < work->versions.count;) {
+    TVer* ver = work->versions[i];
+    FCheckStop();
+    FShowProgressItem(ver->name());
+    FPushProgress();
+    FSetProgressRange(100, -1);
+    ver->Hold();
+    storeNew(ver, options);
+    ver->Release();
+    FPopProgress();
+    if (!(ver->flags & kVerDrop)) {
+      work->done++;
+      i++;
+      continue;
+    }
+    work->skipped++;
+    work->versions.detach(i);
+    static_cast<TRecF*>(ver->parent)->removeChild(ver);
+    delete ver;
+  }
+
+  FCommit(archive, update, work->storeNo);
+  update.close();
+  FApplyUpdate(archive, update);
+  for (TVer* ver : work->versions) ver->flags = static_cast<uint8_t>((ver->flags & ~kVerNew) | kVerStored);
+  archive.lastStoreNo++;
+  archive.stats.resetRanges();
+}

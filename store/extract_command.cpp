@@ -1,0 +1,117 @@
+#include "store/extract_command.h"
+
+#include "archive/archive.h"
+#include "lib/chartype.h"
+#include "lib/fail.h"
+#include "lib/file_time.h"
+#include "lib/file_util.h"
+#include "lib/io_file.h"
+#include "lib/msg.h"
+#include "lib/path_parts.h"
+#include "lib/sys.h"
+#include "store/cond.h"
+#include "store/cond_walk.h"
+#include "store/held_buf.h"
+#include "store/ver_info.h"
+#include "store/version_expand.h"
+#include "store/work_set.h"
+
+namespace {
+
+struct ExtractRun {
+  LStr dest;
+  TRec* base;
+};
+
+// The path of a version below the destination, or false when a name on the
+// way could escape the destination folder.
+bool destinationOf(TVer* ver, const ExtractRun& run, LStr& path) {
+  LArrOf<const TRec*> chain;
+  for (const TRec* rec = ver->ownerFile(); rec != nullptr && rec != run.base && !rec->isRoot();
+       rec = rec->parent)
+    chain.add(rec);
+  path = run.dest;
+  for (int32_t i = chain.count - 1; i >= 0; i--) {
+    const char* name = chain[i]->name();
+    if (!FSafeName(name)) {
+      LStr shown;
+      ver->displayPath(shown);
+      FMsg(kMsgWarning, "「%s」は名前に使えない文字を含むため展開しません", shown.ptr);
+      return false;
+    }
+    FAddSep(path);
+    path.append(name);
+  }
+  return true;
+}
+
+void extractOne(TVer* ver, void* context) {
+  const ExtractRun& run = *static_cast<const ExtractRun*>(context);
+  LStr path;
+  if (!destinationOf(ver, run, path)) return;
+  FMakeDirs(path.ptr);
+  FExtractVer(ver, path.ptr);
+}
+
+}  // namespace
+
+bool FSafeName(const char* name) {
+  if (name == nullptr || *name == 0) return false;
+  if (name[0] == '.' && (name[1] == 0 || (name[1] == '.' && name[2] == 0))) return false;
+  for (int32_t i = 0; name[i] != 0; i++) {
+    unsigned char c = static_cast<unsigned char>(name[i]);
+    // A trail byte may have the value of a separator; it is part of its
+    // character.
+    if (FIsLeadByte(c) && name[i + 1] != 0) {
+      i++;
+      continue;
+    }
+    if (c < 0x20 || c == 0x7F || c == '/' || c == '\\' || c == ':') return false;
+  }
+  return true;
+}
+
+void FExtractVer(TVer* ver, const char* path) {
+  THeldBuf raw;
+  {
+    THeldView held(ver->Hold());
+    FExpandRaw(held, ver->size, raw);
+  }
+  ver->Release();
+  FMakeDirs(path);
+  {
+    LIoFile file(path, 'w', false);
+    if (!file.isOpen()) FError(kMsgErrorBox, "ファイル「%s」に書き込めません", path);
+    if (file.write(raw.data(), raw.size()) != raw.size())
+      FError(kMsgErrorBox, "ファイル「%s」に書き込めません", path);
+  }
+  const TVerInfo* info = ver->Info();
+  SysTime created = 0;
+  SysTime accessed = 0;
+  SysTime modified = 0;
+  FFromUnixTime(info->createTime, created);
+  FFromUnixTime(info->accessTime, accessed);
+  FFromUnixTime(ver->time, modified);
+  if (!SysSetFileTimes(path, created, accessed, modified)) FError(kMsgErrorBox, "SetFileTime() failed");
+}
+
+void FCmdExtract(const LArrOf<TRec*>& records, const char* destDir, TCond* cond, TRec* base) {
+  ExtractRun run{LStr(destDir), base};
+  if (run.dest.empty()) run.dest = FArchive()->firstAddPath;
+  FDropSep(run.dest);
+  FWalkItems(records, *cond, extractOne, &run);
+}
+
+LStr FVersionViewPath(TVer* ver, const char* workDir) {
+  LStr name(ver->name());
+  LStr ext = FExtOf(name.ptr, /*withDot=*/false);
+  LStr base = FBaseOf(name.ptr);
+  int32_t number = ver->IndexInFile(false) + 1;
+  for (int32_t counter = 0;; counter++) {
+    LStr path;
+    path.format("%s%s-V%d", workDir, base.ptr, number);
+    if (counter > 0) path.format("-%d", counter);
+    if (!ext.empty()) path.format(".%s", ext.ptr);
+    if (FExists(path.ptr) == kExistsNone) return path;
+  }
+}

@@ -1,0 +1,28 @@
+// The extract command: versions come back out of the archive as files, with
+// their modification, creation and access times. The archive is only read.
+#pragma once
+
+#include <cstdint>
+
+#include "lib/larr.h"
+#include "lib/lstr.h"
+
+class TCond;
+class TRec;
+class TVer;
+
+// Writes every version that the conditions select below records to destDir
+// (empty: the first path added since the archive was opened), at its path
+// relative to base (null: the root).
+void FCmdExtract(const LArrOf<TRec*>& records, const char* destDir, TCond* cond, TRec* base);
+// Writes one version to one path, creating its folders; an existing file is
+// overwritten.
+void FExtractVer(TVer* ver, const char* path);
+// True when a name from the archive can safely become one step of a path on
+// disk: not empty, not "." or "..", and free of separators, drive colons and
+// control characters.
+bool FSafeName(const char* name);
+// The path under which a version is opened for viewing: the work folder, the
+// name without its extension, "-V" and the version's number, a counter when
+// that path exists already, and the extension.
+LStr FVersionViewPath(TVer* ver, const char* workDir);

@@ -1,0 +1,300 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "lib/file_time.h"
+#include "lib/file_util.h"
+#include "lib/sys.h"
+#include "store/add_command.h"
+#include "store/cond.h"
+#include "store/extract_command.h"
+#include "store/ver_info.h"
+#include "store/work_set.h"
+#include "support/archive_fixture.h"
+
+#ifndef _WIN32
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+#endif
+
+namespace {
+
+class AddTest : public ArchiveTest {
+ protected:
+  AddTest() : src(dir.file("src")) {
+    FNewWorkSet();
+    archive->loadArchive(dir.file("a.kst").ptr, false, false);
+    SysMakeFolder(src.ptr);
+    options.userTag = "host/user";
+  }
+  ~AddTest() override { FDeleteWorkSet(); }
+
+  LStr srcFile(const char* name) const {
+    LStr path(src);
+    path.append(SysPathSeparator());
+    path.append(name);
+    return path;
+  }
+  // Writes a source file with a given modification time.
+  void put(const char* name, const std::string& bytes, int64_t time = 1600000000) {
+    LStr path = srcFile(name);
+    FMakeDirs(path.ptr);
+    writeFile(path.ptr, bytes);
+    SysTime t;
+    FFromUnixTime(time, t);
+    SysSetFileTimes(path.ptr, 0, t, t);
+  }
+  // Adds the given paths (default: the whole source folder) under the root.
+  void add(std::initializer_list<const char*> names = {}, TCond* cond = nullptr) {
+    LStrs paths;
+    if (names.size() == 0) paths.add(new LStr(src));
+    for (const char* name : names) paths.add(new LStr(srcFile(name)));
+    TCond defaults;
+    defaults.Parse();
+    FCmdAdd(archive->root, paths, cond ? cond : &defaults, options);
+    last = *FWorkSet();
+    FNewWorkSet();
+  }
+  TFile* fileAt(const char* first, const char* second = nullptr) {
+    const char* names[] = {first, second, nullptr};
+    TRec* rec = archive->root->findPath(names);
+    return rec && rec->isFile() ? static_cast<TFile*>(rec) : nullptr;
+  }
+  std::string extracted(const char* dest, const char* name) {
+    LStr path(dest);
+    path.append(SysPathSeparator());
+    path.append(name);
+    return readFile(path.ptr);
+  }
+
+  struct Counts {
+    int32_t seen = 0, done = 0, created = 0, skipped = 0;
+    Counts& operator=(const TWorkSet& w) {
+      seen = w.seen;
+      done = w.done;
+      created = w.created;
+      skipped = w.skipped;
+      return *this;
+    }
+  } last;
+  LStr src;
+  TAddOptions options;
+};
+
+}  // namespace
+
+TEST_F(AddTest, FolderTwiceWithAChangeBecomesTwoVersions) {
+  put("a.txt", "first text\n");
+  put("sub/深い.bin", std::string(3000, 'x'));
+  put("sub/empty", "");
+  add();
+  EXPECT_EQ(last.seen, 3);
+  EXPECT_EQ(last.done, 3);
+  EXPECT_EQ(last.created, 3);
+  EXPECT_EQ(archive->lastStoreNo, 1);
+  TFile* a = fileAt("src", "a.txt");
+  ASSERT_NE(a, nullptr);
+  EXPECT_EQ(a->version(0)->flags, kVerStored);
+
+  put("a.txt", "second text, longer\n", 1600000100);
+  add();
+  EXPECT_EQ(last.done, 1);
+  EXPECT_EQ(last.skipped, 2);  // same date and size
+  ASSERT_EQ(a->childCount(), 2);
+  TVerInfo* info = a->version(1)->Info();
+  EXPECT_EQ(info->storeNo, 2);
+  EXPECT_STREQ(FStrings().text(static_cast<uint32_t>(info->userId)), "host/user");
+
+  archive->reloadArchive();
+  a = fileAt("src", "a.txt");
+  LStr out = dir.file("out");
+  LArrOf<TRec*> records;
+  records.add(a);
+  TCond all;
+  all.maxVersions = 0;
+  all.Parse();
+  FCmdExtract(records, out.ptr, &all, archive->root->findChild("src"));
+  // Newest first: the oldest is written last and is what stays.
+  EXPECT_EQ(extracted(out.ptr, "a.txt"), "first text\n");
+  EXPECT_EQ(FWorkSet()->done, 2);
+}
+
+TEST_F(AddTest, UnchangedDateAndSizeIsSkippedWithoutReading) {
+  put("a.txt", "original");
+  add();
+  // Other bytes of the same length and date: had the file been read, a new
+  // version would have been stored.
+  put("a.txt", "ORIGINAL");
+  add();
+  EXPECT_EQ(last.skipped, 1);
+  EXPECT_EQ(last.done, 0);
+  EXPECT_EQ(fileAt("src", "a.txt")->childCount(), 1);
+}
+
+TEST_F(AddTest, SameContentWithANewDateIsDroppedAndCountedSkipped) {
+  // Long enough to be told equal: held forms of 4 to 8 bytes never are.
+  put("a.txt", "content of the file");
+  add();
+  put("a.txt", "content of the file", 1700000000);
+  add();
+  EXPECT_EQ(last.seen, 1);
+  EXPECT_EQ(last.skipped, 1);
+  EXPECT_EQ(last.done, 0);
+  EXPECT_EQ(fileAt("src", "a.txt")->childCount(), 1);
+
+  // Without the content test the new date makes a version, and the older
+  // one is marked as having the same bytes.
+  options.skipEquF = 0;
+  put("a.txt", "content of the file", 1700000500);
+  add();
+  TFile* a = fileAt("src", "a.txt");
+  ASSERT_EQ(a->childCount(), 2);
+  EXPECT_TRUE(a->version(0)->flags & kVerSame);
+}
+
+TEST_F(AddTest, TwoInputsOfOneNameBecomeTwoVersions) {
+  put("one/x.txt", "from one");
+  put("two/x.txt", "from two, different", 1600000500);
+  add({"one/x.txt", "two/x.txt"});
+  TFile* x = fileAt("x.txt");
+  ASSERT_NE(x, nullptr);
+  ASSERT_EQ(x->childCount(), 2);
+  EXPECT_EQ(last.created, 1);
+  EXPECT_EQ(last.done, 2);
+  archive->reloadArchive();
+  x = fileAt("x.txt");
+  LStr out = dir.file("out");
+  TCond all;
+  all.maxVersions = 0;
+  all.fromOldest = 1;
+  all.Parse();
+  LArrOf<TRec*> records;
+  records.add(x->version(0));
+  FCmdExtract(records, out.ptr, &all, nullptr);
+  EXPECT_EQ(extracted(out.ptr, "x.txt"), "from one");
+}
+
+TEST_F(AddTest, ExcludedFilesLeaveNoFolderBehind) {
+  put("keep/a.txt", "a");
+  put("drop/b.bin", "b");
+  put("drop/deeper/c.bin", "c");
+  TCond cond;
+  cond.nameText = "*.txt";
+  cond.Parse();
+  add({}, &cond);
+  EXPECT_EQ(last.seen, 3);
+  EXPECT_EQ(last.done, 1);
+  const char* dropped[] = {"src", "drop", nullptr};
+  EXPECT_EQ(archive->root->findPath(dropped), nullptr);
+  const char* kept[] = {"src", "keep", "a.txt", nullptr};
+  EXPECT_NE(archive->root->findPath(kept), nullptr);
+}
+
+TEST_F(AddTest, ExtractRestoresBytesAndTimes) {
+  put("empty", "", 1500000000);
+  put("data.bin", std::string(100000, '\x01') + "tail", 1600000123);
+  add();
+  LStr out = dir.file("out");
+  // An equal file at the destination is overwritten all the same.
+  FMakeDirs(LStr(out).append("/x").ptr);
+  writeFile(LStr(out).append(SysPathSeparator()).append("data.bin").ptr, "stale");
+  LArrOf<TRec*> records;
+  records.add(archive->root->findChild("src"));
+  TCond cond;
+  cond.Parse();
+  FCmdExtract(records, out.ptr, &cond, archive->root->findChild("src"));
+  EXPECT_EQ(extracted(out.ptr, "empty"), "");
+  EXPECT_EQ(extracted(out.ptr, "data.bin"), std::string(100000, '\x01') + "tail");
+  SysFileInfo info;
+  ASSERT_TRUE(SysStat(LStr(out).append(SysPathSeparator()).append("data.bin").ptr, &info));
+  EXPECT_EQ(FToUnixTime(info.modified), 1600000123);
+}
+
+TEST_F(AddTest, EmptyDestinationUsesTheFirstAddedPath) {
+  put("f.txt", "text");
+  add();
+  EXPECT_STREQ(archive->firstAddPath.ptr, src.ptr);
+  LArrOf<TRec*> records;
+  records.add(fileAt("src", "f.txt"));
+  TCond cond;
+  cond.Parse();
+  SysDeleteFile(srcFile("f.txt").ptr);
+  FCmdExtract(records, "", &cond, archive->root->findChild("src"));
+  EXPECT_EQ(readFile(srcFile("f.txt").ptr), "text");
+}
+
+TEST_F(AddTest, FailuresAndStopsLeaveTheArchiveAsItWas) {
+  put("a.txt", "a");
+  add();
+  std::string before = readFile(archive->path.ptr);
+  put("b.txt", "b");
+  EXPECT_THROW(add({"b.txt", "missing.txt"}), int);
+  EXPECT_NE(std::string(recorder->boxes.last()->ptr).find("missing.txt」が見つかりません"),
+            std::string::npos);
+  archive->reloadArchive();
+  EXPECT_EQ(readFile(archive->path.ptr), before);
+
+  FWorkSet()->stopState = kStopNow;
+  LStrs paths;
+  paths.add(new LStr(src));
+  TCond cond;
+  cond.Parse();
+  try {
+    FCmdAdd(archive->root, paths, &cond, options);
+    FAIL() << "the add was not stopped";
+  } catch (int code) {
+    EXPECT_EQ(code, 1);
+  }
+  FNewWorkSet();
+  archive->reloadArchive();
+  EXPECT_EQ(readFile(archive->path.ptr), before);
+  EXPECT_EQ(fileAt("src", "b.txt"), nullptr);
+}
+
+TEST_F(AddTest, FolderSuffixAndTargetRules) {
+  put("dir/f.txt", "f");
+  add({"dir <folder>"});
+  EXPECT_NE(fileAt("dir", "f.txt"), nullptr);
+  // A folder cannot go into a file, and a file name cannot become a folder.
+  LStrs paths;
+  paths.add(new LStr(srcFile("dir")));
+  TCond cond;
+  cond.Parse();
+  EXPECT_THROW(FCmdAdd(fileAt("dir", "f.txt"), paths, &cond, options), int);
+  EXPECT_NE(std::string(recorder->boxes.last()->ptr).find("フォルダをファイルに追加することはできません"),
+            std::string::npos);
+}
+
+TEST(ExtractNames, UnsafeNamesAreRefused) {
+  EXPECT_TRUE(FSafeName("表.txt"));  // a trail byte 0x5C is no separator
+  EXPECT_TRUE(FSafeName("..a"));
+  for (const char* bad : {"", ".", "..", "a/b", "a\\b", "C:x", "tab\there", "\x7f"})
+    EXPECT_FALSE(FSafeName(bad)) << bad;
+}
+
+#ifndef _WIN32
+TEST_F(AddTest, LinksAndSpecialFiles) {
+  put("real.txt", "real");
+  SysMakeFolder(srcFile("folder").ptr);
+  put("folder/inner.txt", "inner");
+  ASSERT_EQ(symlink("real.txt", srcFile("link.txt").ptr), 0);
+  ASSERT_EQ(symlink("folder", srcFile("folderlink").ptr), 0);
+  int sock = socket(AF_UNIX, SOCK_STREAM, 0);
+  sockaddr_un addr{};
+  addr.sun_family = AF_UNIX;
+  LStr socketPath = srcFile("sock");
+  std::snprintf(addr.sun_path, sizeof addr.sun_path, "%s", socketPath.ptr);
+  ASSERT_EQ(bind(sock, reinterpret_cast<sockaddr*>(&addr), sizeof addr), 0);
+  add();
+  close(sock);
+  EXPECT_NE(fileAt("src", "link.txt"), nullptr);  // read as the file it points to
+  const char* folderLink[] = {"src", "folderlink", nullptr};
+  EXPECT_EQ(archive->root->findPath(folderLink), nullptr);
+  EXPECT_EQ(fileAt("src", "sock"), nullptr);
+  int warnings = 0;
+  for (auto* entry : recorder->entries)
+    if (entry->number == 20000) warnings++;
+  EXPECT_EQ(warnings, 2);
+}
+#endif
