@@ -1,11 +1,16 @@
 #include "app/worker.h"
 
+#include "app/app.h"
 #include "app/worker_ui.h"
 #include "archive/archive.h"
 #include "lib/fail.h"
 #include "lib/liblock.h"
 #include "lib/msg.h"
 #include "lib/sys.h"
+#include "store/add_command.h"
+#include "store/cond.h"
+#include "store/extract_command.h"
+#include "store/search_cmd.h"
 #include "store/work_set.h"
 
 namespace {
@@ -86,7 +91,33 @@ void TThread::run() {
   if (gUi) gUi->postCompletion();
 }
 
-void TThread::runCommand() { FInternalBox(1786); }
+namespace {
+void showHit(TVer* ver, void*) {
+  if (gUi) gUi->searchHit(ver);
+}
+}  // namespace
+
+void TThread::runCommand() {
+  switch (cmdId) {
+    case kCmdAdd: {
+      const TApp& app = *FApp();
+      TAddOptions options;
+      options.skipEquDtF = app.skipEquDtF;
+      options.skipEquF = app.skipEquF;
+      options.userTag = app.userTag;
+      FCmdAdd(target, paths, cond, options);
+      return;
+    }
+    case kCmdExtract:
+      FCmdExtract(records, destDir.ptr, cond, base);
+      return;
+    case kCmdSearch:
+      FCmdSearch(records, *cond, showHit, nullptr);
+      return;
+    default:
+      FInternalBox(1786);
+  }
+}
 
 TThread* FThread() { return gThread; }
 

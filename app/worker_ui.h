@@ -7,6 +7,7 @@
 #include "store/progress.h"
 
 class TThread;
+class TVer;
 
 class TWorkerUi : public TProgressSink {
  public:
@@ -24,6 +25,8 @@ class TWorkerUi : public TProgressSink {
   // From the worker, as its last act: the main loop must call
   // FCompleteCommand once it receives this.
   virtual void postCompletion() = 0;
+  // A version found by the running search (on the worker thread).
+  virtual void searchHit(TVer* ver) = 0;
   // The command ended without error: the panes follow, and the report is
   // shown with setStatus.
   virtual void commandFinished(TThread& thread) = 0;

@@ -38,6 +38,7 @@ class ScriptedUi : public TWorkerUi {
   }
   void postCompletion() override { completed.set(); }
   void commandFinished(TThread&) override { finished++; }
+  void searchHit(TVer*) override {}
 };
 
 // A command whose body the test gives.
