@@ -146,6 +146,10 @@ void SysReleaseThread(SysThread thread);
 // A real handle to the calling thread, usable from other threads.
 SysThread SysCurrentThread();
 uint32_t SysCurrentThreadId();
+// Ends a thread without letting it finish; false when it has ended already.
+// On POSIX the end comes at the thread's next cancellation point (a wait, a
+// sleep, file input or output) and unwinds its stack: destructors run, and a
+// catch (...) on the way must rethrow.
 bool SysKillThread(SysThread thread);
 
 // Auto-reset events, not signalled at creation.
