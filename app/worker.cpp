@@ -9,6 +9,7 @@
 #include "lib/sys.h"
 #include "store/add_command.h"
 #include "store/cond.h"
+#include "store/delete_command.h"
 #include "store/extract_command.h"
 #include "store/search_cmd.h"
 #include "store/work_set.h"
@@ -113,6 +114,9 @@ void TThread::runCommand() {
       return;
     case kCmdSearch:
       FCmdSearch(records, *cond, showHit, nullptr);
+      return;
+    case kCmdDelete:
+      FCmdDelete(records);
       return;
     default:
       FInternalBox(1786);
