@@ -2,6 +2,7 @@
 
 #include "archive/archive.h"
 #include "archive/format.h"
+#include "archive/journal.h"
 #include "lib/fail.h"
 #include "lib/file_util.h"
 #include "lib/fixed_coding.h"
@@ -116,6 +117,7 @@ void FLoadArchive(TArchive& archive) {
   archive.root = nullptr;
   archive.strings.clear();
   archive.freeList.clear();
+  FRecoverArchive(path);
   if (FExists(path) == kExistsNone) FCreateArchive(path);
   if (!archive.reopen(path, 'r', false))
     FError(kMsgErrorBox, "アーカイブファイル「%s」を開けません", path);

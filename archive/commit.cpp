@@ -1,10 +1,12 @@
 #include "archive/archive.h"
 #include "archive/format.h"
+#include "archive/journal.h"
 #include "archive/update_file.h"
 #include "lib/fail.h"
 #include "lib/fixed_coding.h"
 #include "lib/io_file.h"
 #include "lib/msg.h"
+#include "lib/sys.h"
 
 void FCommit(TArchive& archive, TUpdateFile& update, int32_t storeNo) {
   LIoFile& stream = update.stream();
@@ -47,6 +49,8 @@ void FCommit(TArchive& archive, TUpdateFile& update, int32_t storeNo) {
 void FApplyUpdate(TArchive& archive, TUpdateFile& update) {
   int failure = 0;
   LStr path(archive.path);
+  LStr journal = FJournalPath(path.ptr);
+  bool journaled = false;
   LIoFile* source = nullptr;
   try {
     archive.close();
@@ -56,6 +60,10 @@ void FApplyUpdate(TArchive& archive, TUpdateFile& update) {
              "読み取り専用でないか確認してください。",
              path.ptr);
     source = new LIoFile(update.path(), 'r', true);
+    if (!FWriteJournal(journal.ptr, path.ptr, *source))
+      FError(kMsgErrorBox, "ファイル「%s」に書き込めません", journal.ptr);
+    journaled = true;
+    source->seek(0);
     // The end of the update file reads as -1 too, so a short file ends the
     // copy without a word.
     int32_t pos = static_cast<int32_t>(source->getDword());
@@ -68,9 +76,14 @@ void FApplyUpdate(TArchive& archive, TUpdateFile& update) {
     if (pos != kUpdateEnd) FError(kMsgErrorBox, "更新情報ファイルの形式が正しくありません (識別番号=%d)", 1248);
     archive.truncate(-1);
     archive.flush();
+    // The commit point: once the journal is gone, the new archive stands.
+    SysDeleteFile(journal.ptr);
+    journaled = false;
     archive.treeDirty = 0;
   } catch (int thrown) {
     failure = thrown;
+    // A failure after the journal was written puts back what was there.
+    if (journaled && FRollBack(journal.ptr, archive)) SysDeleteFile(journal.ptr);
   }
   delete source;
   update.close();

@@ -94,7 +94,7 @@ class SysFolderScan {
 
  private:
   void* handle_;
-  void* state_;
+  [[maybe_unused]] void* state_;  // what a Windows scan keeps between entries
 };
 
 // Information about one path (links to files are followed, as above).

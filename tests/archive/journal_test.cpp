@@ -1,0 +1,138 @@
+#include "archive/journal.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "archive/update_file.h"
+#include "lib/file_util.h"
+#include "lib/fixed_coding.h"
+#include "lib/io_file.h"
+#include "support/archive_fixture.h"
+
+namespace {
+
+class JournalTest : public ArchiveTest {
+ protected:
+  JournalTest() : path(dir.file("j.kst")), journal(FJournalPath(path.ptr)) {
+    archive->loadArchive(path.ptr, false, false);
+    addFile(archive->root, "a", 3, 500);
+    commit();
+    // Free a hole so that the next update overwrites old bytes, not only
+    // the tail.
+    archive->beginUpdate();
+    TFile* a = static_cast<TFile*>(archive->root->findChild("a"));
+    FReleaseBlock(*archive, a->version(0)->dataPos, false);
+    a->version(0)->unlinkAndDestroy();
+    commit();
+    before = readFile(path.ptr);
+  }
+
+  // Stages a command's update (new blocks, free chain, header, footer) and
+  // returns how many records it has.
+  int stageUpdate() {
+    addFile(archive->root, "b", 4, 300);
+    FCommit(*archive, *archive->update, 3);
+    archive->update->close();
+    LIoFile update(archive->update->path(), 'r', true);
+    int records = 0;
+    for (int64_t pos = update.getDword(); pos >= 0 && static_cast<int32_t>(pos) != -1;
+         pos = update.getDword()) {
+      int64_t n = update.getDword();
+      update.seek(update.tell() + static_cast<int32_t>(n));
+      records++;
+    }
+    return records;
+  }
+
+  // What an apply had done when it was cut off: the journal written, then
+  // the first `count` records copied into the archive.
+  void crashAfter(int count) {
+    archive->close();
+    LIoFile out(path.ptr, 'a', true);
+    LIoFile update(archive->update->path(), 'r', true);
+    ASSERT_TRUE(FWriteJournal(journal.ptr, path.ptr, update));
+    update.seek(0);
+    for (int i = 0; i < count; i++) {
+      int32_t pos = static_cast<int32_t>(update.getDword());
+      int32_t n = static_cast<int32_t>(update.getDword());
+      out.seek(pos);
+      out.copyFrom(update, n);
+    }
+  }
+
+  // A fresh process opening the archive.
+  void reopen() {
+    archive->discardUpdate();
+    delete archive;
+    archive = new TArchive(&host);
+    FSetArchive(archive);
+    archive->loadArchive(path.ptr, false, false);
+  }
+
+  LStr path;
+  LStr journal;
+  std::string before;
+};
+
+}  // namespace
+
+TEST_F(JournalTest, CutAtEveryRecordRollsBackToTheArchiveBefore) {
+  int records = stageUpdate();
+  ASSERT_GE(records, 6);
+  for (int cut = 0; cut <= records; cut++) {
+    crashAfter(cut);
+    reopen();
+    EXPECT_EQ(FExists(journal.ptr), kExistsNone) << cut;
+    EXPECT_TRUE(readFile(path.ptr) == before) << "cut after record " << cut;
+    EXPECT_EQ(archive->root->childCount(), 1);
+    stageUpdate();
+  }
+}
+
+TEST_F(JournalTest, IncompleteJournalMeansTheArchiveWasNeverTouched) {
+  stageUpdate();
+  crashAfter(0);
+  std::string bytes = readFile(journal.ptr);
+  for (size_t keep : {size_t{0}, size_t{7}, bytes.size() / 2, bytes.size() - 1}) {
+    writeFile(journal.ptr, bytes.substr(0, keep));
+    reopen();
+    EXPECT_EQ(FExists(journal.ptr), kExistsNone);
+    EXPECT_TRUE(readFile(path.ptr) == before);
+  }
+  // A flipped byte fails the checksum the same way.
+  std::string flipped = bytes;
+  flipped[flipped.size() / 2] ^= 0x40;
+  writeFile(journal.ptr, flipped);
+  reopen();
+  EXPECT_TRUE(readFile(path.ptr) == before);
+}
+
+TEST_F(JournalTest, SuccessfulApplyLeavesNoJournal) {
+  stageUpdate();
+  FApplyUpdate(*archive, *archive->update);
+  EXPECT_EQ(FExists(journal.ptr), kExistsNone);
+  reopen();
+  EXPECT_EQ(archive->root->childCount(), 2);
+  EXPECT_EQ(archive->lastStoreNo, 3);
+}
+
+TEST_F(JournalTest, LiveWriterElsewhereIsNeverRolledBack) {
+  stageUpdate();
+  crashAfter(2);
+  std::string halfway = readFile(path.ptr);
+  {
+    LIoFile writer(path.ptr, 'a', true);  // another process applying
+    archive->discardUpdate();
+    delete archive;
+    archive = new TArchive(&host);
+    FSetArchive(archive);
+    EXPECT_THROW(FLoadArchive((archive->setPath(path.ptr), *archive)), int);
+    EXPECT_NE(std::string(recorder->boxes.last()->ptr).find("他のプロセスが更新中です"),
+              std::string::npos);
+    EXPECT_EQ(FExists(journal.ptr), kExistsFile);
+    EXPECT_TRUE(readFile(path.ptr) == halfway);
+  }
+  reopen();
+  EXPECT_TRUE(readFile(path.ptr) == before);
+}
