@@ -41,7 +41,10 @@ void FCommit(TArchive& archive, TUpdateFile& update, int32_t storeNo) {
 
   int32_t footerStart = update.beginRecord(archive.treePos);
   FWriteFooter(archive, stream);
-  archive.treeEnd = archive.treePos + (stream.tell() - footerStart);
+  int64_t treeEnd = static_cast<int64_t>(archive.treePos) + (stream.tell() - footerStart);
+  if (treeEnd > INT32_MAX)
+    FError(kMsgErrorBox, "アーカイブ ファイルが 2 GB を超えるため、書き込めません");
+  archive.treeEnd = static_cast<int32_t>(treeEnd);
   update.endRecord();
   update.writeEnd();
 }

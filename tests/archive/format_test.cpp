@@ -295,3 +295,24 @@ TEST_F(ArchiveTest, CrashWhileWritingTheUpdateLeavesTheArchive) {
   archive->reloadArchive();
   EXPECT_EQ(archive->root->childCount(), 1);
 }
+
+TEST_F(ArchiveTest, PositionsPastTwoGigabytesAreRefusedBeforeAnythingIsWritten) {
+  LStr path = dir.file("big.kst");
+  archive->loadArchive(path.ptr, false, false);
+  addFile(archive->root, "f", 1, 100);
+  commit();
+  std::string before = readFile(path.ptr);
+  // As if the archive had grown to the edge of what positions can hold.
+  archive->freeList[0]->pos = 2147483584;
+  TVer* ver = new TVer;
+  archive->root->addChild(new TFile);
+  static_cast<TFile*>(archive->root->children.last())->addChild(ver);
+  EXPECT_THROW(writeBlock(ver, 100, 'x'), int);
+  EXPECT_NE(std::string(recorder->boxes.last()->ptr).find("2 GB を超える"), std::string::npos);
+  archive->reloadArchive();
+  archive->freeList[0]->pos = 2147483584;  // the footer alone runs past the limit
+  archive->root->addFolder(std::string(100, 'n').c_str());
+  EXPECT_THROW(commit(), int);
+  archive->reloadArchive();
+  EXPECT_TRUE(readFile(path.ptr) == before);
+}

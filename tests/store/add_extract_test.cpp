@@ -274,6 +274,26 @@ TEST(ExtractNames, UnsafeNamesAreRefused) {
 }
 
 #ifndef _WIN32
+TEST_F(AddTest, SourceOfTwoGigabytesIsRefused) {
+  put("small.txt", "small");
+  LStr big = srcFile("big.bin");
+  writeFile(big.ptr, "");
+  ASSERT_EQ(truncate(big.ptr, 2147483648LL), 0);  // sparse: no disk space needed
+  EXPECT_THROW(add(), int);
+  EXPECT_NE(std::string(recorder->boxes.last()->ptr).find("big.bin のサイズが大きすぎます"),
+            std::string::npos);
+  // With a size condition it is a warning, and the rest goes on.
+  FNewWorkSet();
+  archive->reloadArchive();
+  TCond cond;
+  cond.sizeText = "0-1000";
+  cond.Parse();
+  add({}, &cond);
+  EXPECT_TRUE(recorder->has(20000));
+  EXPECT_NE(fileAt("src", "small.txt"), nullptr);
+  EXPECT_EQ(fileAt("src", "big.bin"), nullptr);
+}
+
 TEST_F(AddTest, LinksAndSpecialFiles) {
   put("real.txt", "real");
   SysMakeFolder(srcFile("folder").ptr);
