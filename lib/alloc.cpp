@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "lib/fail.h"
 #include "lib/liblock.h"
 
 namespace {
@@ -43,6 +44,7 @@ void* heapBlock(int32_t size, int32_t usable) {
   // kAlign bytes in front: the header is the second word, so the user area
   // keeps the heap's alignment.
   char* base = static_cast<char*>(std::malloc(static_cast<size_t>(usable) + kAlign));
+  if (base == nullptr) FInternal("out of memory (%d bytes)", size);
   gPool.heapTaken += usable + kHeaderSize;
   char* user = base + kAlign;
   *headerOf(user) = size;
@@ -56,6 +58,7 @@ void* carve(int32_t total) {
   int32_t step = roundUp(total < minimum ? minimum : total, kAlign);
   if (step > gPool.slabLeft) {
     char* slab = static_cast<char*>(std::malloc(kSlabSize + kAlign));
+    if (slab == nullptr) FInternal("out of memory (%d bytes)", kSlabSize);
     gPool.heapTaken += kSlabSize;
     gPool.slabFill = slab + kAlign - kHeaderSize;
     gPool.slabLeft = kSlabSize;
@@ -88,6 +91,9 @@ int FRoundSize(int32_t size, int32_t* usable) {
     total = (t + 4095) / 4096 * 4096;
     index = -1;
   }
+  // The very largest requests keep what they asked for: a rounded size would
+  // not fit 32 bits.
+  if (total - kHeaderSize > INT32_MAX) total = static_cast<int64_t>(INT32_MAX) + kHeaderSize;
   if (usable) *usable = static_cast<int32_t>(total - kHeaderSize);
   return index;
 }

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds the libFuzzer targets with clang and runs each one for a few seconds
-# on an empty corpus: every target must start, take input and find nothing.
+# from its seeds (fuzz/seeds/<name>, where there are any): every target must
+# start, take input and find nothing.
 # Usage: scripts/fuzz-smoke.sh [seconds per target, default 10]
 # The build goes to build/fuzz (or $KST_FUZZ_BUILD).
 set -euo pipefail
@@ -17,8 +18,11 @@ for target in "$build"/fuzz/*_fuzz; do
   [ -x "$target" ] || continue
   name=$(basename "$target")
   corpus=$(mktemp -d)
+  seeds="fuzz/seeds/${name%_fuzz}"
+  [ -d "$seeds" ] && cp "$seeds"/* "$corpus"/
   log=$(mktemp)
-  if "$target" -max_total_time="$seconds" -timeout=10 "$corpus" >"$log" 2>&1; then
+  if "$target" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=4096 -malloc_limit_mb=4096 \
+      "$corpus" >"$log" 2>&1; then
     echo "$name: $(grep -E '^Done [0-9]+ runs' "$log" || echo 'done')"
   else
     echo "$name: FAILED"

@@ -6,7 +6,9 @@
 
 void FExpandStored(const uint8_t* stored, int32_t storedLen, int32_t rawSize,
                    const THeldView* reference, THeldBuf& held) {
-  if (rawSize < 0 || rawSize > INT32_MAX - kHeldSlack) FFormatError(kBadOutputLength);
+  // Room for the slack, the buffer's zero tail and the allocator's rounding
+  // must still fit 32 bits; a size beyond that is damage, not a version.
+  if (rawSize < 0 || rawSize > INT32_MAX - kHeldSlack - 8192) FFormatError(kBadOutputLength);
   const int32_t room = rawSize + kHeldSlack;
   uint8_t* out = held.prepare(room);
   held.setSize(FExpandTokens(stored, storedLen, out, room,

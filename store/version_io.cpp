@@ -206,7 +206,9 @@ TVerInfo* TVer::FindInfo(bool mustExist) const {
 
 TVerInfo* TVer::Info() {
   if (TVerInfo* info = FindInfo(false)) return info;
-  if (dataPos <= 0) FInternalBox(1910);
+  if (!(flags & kVerStored)) FInternalBox(1910);
+  // A stored version whose position leaves the data area came from a
+  // damaged tree.
   TArchive& arc = archive();
   checkSegment(arc, dataPos, kFirstSegmentHead, 0);
   arc.seek(dataPos + kFirstSegmentHead);

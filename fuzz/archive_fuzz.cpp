@@ -1,0 +1,114 @@
+// Loads arbitrary bytes as an archive and reads every version of it. Every
+// failure must be one of the archive's documented failures, shown as a box
+// and thrown as the integer 2; anything else (a crash, a sanitizer report, a
+// hang, a different box) is a finding.
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+
+#include "archive/archive.h"
+#include "archive/archive_host.h"
+#include "lib/io_file.h"
+#include "lib/msg.h"
+#include "lib/sys.h"
+#include "store/held_buf.h"
+#include "store/version_expand.h"
+#include "store/work_set.h"
+
+namespace {
+
+// The boxes a damaged archive may end in.
+const char* const kExpected[] = {
+    "アーカイブ ファイルの形式が正しくありません",
+    "は Kestrom のアーカイブ ファイルではありません",
+    "このバージョンのアーカイブ ファイルは処理できません",
+    "アーカイブ ファイルが短かすぎます",
+};
+
+class CheckingReporter : public LMsg {
+ public:
+  void output(int, const char*, const char*, const char*) override {}
+  int showBox(char, const char*, const char* text) override {
+    for (const char* expected : kExpected)
+      if (std::strstr(text, expected) != nullptr) return 1;
+    std::fprintf(stderr, "unexpected box: %s\n", text);
+    __builtin_trap();
+  }
+};
+
+class FuzzHost : public TArchiveHost {
+ public:
+  explicit FuzzHost(const LStr& dir) : dir_(dir) {}
+  void untitledPath(LStr& out) override { out = join("untitled.kst"); }
+  void updatePath(LStr& out) override { out = join("update.tmp"); }
+  LStr join(const char* name) const {
+    LStr path(dir_);
+    path.append('/');
+    path.append(name);
+    return path;
+  }
+
+ private:
+  LStr dir_;
+};
+
+void readAll(TRecF* folder) {
+  for (TRec* child : folder->children) {
+    if (!child->isFile()) {
+      readAll(static_cast<TRecF*>(child));
+      continue;
+    }
+    for (TRec* rec : static_cast<TFile*>(child)->children) {
+      TVer* ver = static_cast<TVer*>(rec);
+      try {
+        THeldBuf raw;
+        {
+          THeldView held(ver->Hold());
+          FExpandRaw(held, ver->size, raw);
+        }
+        ver->Release();
+        ver->Info();
+      } catch (int code) {
+        if (code != 2) __builtin_trap();
+      }
+      FNewWorkSet();
+    }
+  }
+}
+
+// The folder that each input is written into, made once.
+LStr* gDir = nullptr;
+
+}  // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+  gDir = new LStr;
+  SysTempFolder(*gDir);
+  gDir->format("kst-archive-fuzz-%u", SysProcessId());
+  SysMakeFolder(gDir->ptr);
+  FSetReporter(new CheckingReporter);
+  return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  FuzzHost host(*gDir);
+  LStr path = host.join("input.kst");
+  {
+    LIoFile file(path.ptr, 'w', true);
+    file.write(data, static_cast<int32_t>(size));
+  }
+  FNewWorkSet();
+  TArchive* archive = new TArchive(&host);
+  FSetArchive(archive);
+  try {
+    FLoadArchive((archive->setPath(path.ptr), *archive));
+    readAll(archive->root);
+  } catch (int code) {
+    if (code != 2) __builtin_trap();
+  }
+  delete archive;
+  FSetArchive(nullptr);
+  FDeleteWorkSet();
+  return 0;
+}
