@@ -1,4 +1,5 @@
 #include "archive/archive.h"
+#include "archive/apply_probe.h"
 #include "archive/format.h"
 #include "archive/journal.h"
 #include "archive/update_file.h"
@@ -49,6 +50,16 @@ void FCommit(TArchive& archive, TUpdateFile& update, int32_t storeNo) {
   update.writeEnd();
 }
 
+namespace {
+TApplyProbe gApplyProbe = nullptr;
+
+void probe(TApplyStage stage) {
+  if (gApplyProbe != nullptr) gApplyProbe(stage);
+}
+}  // namespace
+
+void TApplyProbeAccess::install(TApplyProbe probe) { gApplyProbe = probe; }
+
 void FApplyUpdate(TArchive& archive, TUpdateFile& update) {
   int failure = 0;
   LStr path(archive.path);
@@ -66,6 +77,7 @@ void FApplyUpdate(TArchive& archive, TUpdateFile& update) {
     if (!FWriteJournal(journal.ptr, path.ptr, *source))
       FError(kMsgErrorBox, "ファイル「%s」に書き込めません", journal.ptr);
     journaled = true;
+    probe(kApplyJournalWritten);
     source->seek(0);
     // The end of the update file reads as -1 too, so a short file ends the
     // copy without a word.
@@ -74,14 +86,17 @@ void FApplyUpdate(TArchive& archive, TUpdateFile& update) {
       int32_t length = static_cast<int32_t>(source->getDword());
       archive.seek(pos);
       archive.copyFrom(*source, length < 0 ? 0 : length);
+      probe(kApplyRecordCopied);
       pos = static_cast<int32_t>(source->getDword());
     }
     if (pos != kUpdateEnd) FError(kMsgErrorBox, "更新情報ファイルの形式が正しくありません (識別番号=%d)", 1248);
     archive.truncate(-1);
     archive.flush();
+    probe(kApplyArchiveFlushed);
     // The commit point: once the journal is gone, the new archive stands.
     SysDeleteFile(journal.ptr);
     journaled = false;
+    probe(kApplyCommitted);
     archive.treeDirty = 0;
   } catch (int thrown) {
     failure = thrown;

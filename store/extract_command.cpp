@@ -104,6 +104,12 @@ void FCmdExtract(const LArrOf<TRec*>& records, const char* destDir, TCond* cond,
 
 LStr FVersionViewPath(TVer* ver, const char* workDir) {
   LStr name(ver->name());
+  if (!FSafeName(name.ptr)) {
+    LStr shown;
+    ver->displayPath(shown);
+    FMsg(kMsgWarning, "「%s」は名前に使えない文字を含むため展開しません", shown.ptr);
+    return LStr();
+  }
   LStr ext = FExtOf(name.ptr, /*withDot=*/false);
   LStr base = FBaseOf(name.ptr);
   int32_t number = ver->IndexInFile(false) + 1;

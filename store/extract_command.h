@@ -24,5 +24,6 @@ void FExtractVer(TVer* ver, const char* path);
 bool FSafeName(const char* name);
 // The path under which a version is opened for viewing: the work folder, the
 // name without its extension, "-V" and the version's number, a counter when
-// that path exists already, and the extension.
+// that path exists already, and the extension. Empty, after a warning, for
+// a name that could leave the work folder.
 LStr FVersionViewPath(TVer* ver, const char* workDir);

@@ -266,6 +266,28 @@ TEST_F(AddTest, FolderSuffixAndTargetRules) {
             std::string::npos);
 }
 
+TEST_F(AddTest, NamesThatWouldLeaveTheDestinationAreRefused) {
+  put("ok.txt", "fine");
+  put("evil.txt", "escape attempt");
+  add();
+  // An archive made elsewhere may hold such names.
+  const char* names[] = {"src", "evil.txt", nullptr};
+  static_cast<TRecF*>(archive->root->findPath(names))->setName("../../evil.txt");
+  LStr out = dir.file("out");
+  LArrOf<TRec*> records;
+  records.add(archive->root->findChild("src"));
+  TCond cond;
+  cond.Parse();
+  FCmdExtract(records, out.ptr, &cond, archive->root->findChild("src"));
+  EXPECT_EQ(extracted(out.ptr, "ok.txt"), "fine");
+  EXPECT_EQ(FExists(dir.file("evil.txt").ptr), kExistsNone);
+  EXPECT_TRUE(recorder->has(20000));
+  const char* renamed[] = {"src", "../../evil.txt", nullptr};
+  TFile* evil = static_cast<TFile*>(archive->root->findPath(renamed));
+  EXPECT_TRUE(FVersionViewPath(evil->version(0), LStr(dir.path()).append('/').ptr).empty());
+  EXPECT_STREQ(FVersionViewPath(fileAt("src", "ok.txt")->version(0), "W/").ptr, "W/ok-V1.txt");
+}
+
 TEST(ExtractNames, UnsafeNamesAreRefused) {
   EXPECT_TRUE(FSafeName("表.txt"));  // a trail byte 0x5C is no separator
   EXPECT_TRUE(FSafeName("..a"));
