@@ -207,6 +207,7 @@ int32_t FCmdDelete(const LArrOf<TRec*>& given) {
     update.close();
     FApplyUpdate(archive, update);
     deleteEvacFiles(work);
+    archive.stats.level = 0;
     archive.stats.resetRanges();
     return count;
   } catch (int) {
