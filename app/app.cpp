@@ -34,14 +34,7 @@ const TRect32 kDefaultMainRect = {100, 100, 920, 671};
 TApp* FApp() { return gApp; }
 void FSetApp(TApp* app) { gApp = app; }
 
-TApp::TApp() : rcMain(kDefaultMainRect) {
-  fillIfEmpty(fcols, kFcols);
-  fillIfEmpty(vcols, kVcols);
-  fillIfEmpty(scols, kScols);
-  fillIfEmpty(fcolsAll, kFcolsAll);
-  fillIfEmpty(vcolsAll, kVcolsAll);
-  fillIfEmpty(scolsAll, kScolsAll);
-}
+TApp::TApp() : rcMain(kDefaultMainRect) { fillEmptyColumns(); }
 
 void TApp::addRecent(const char* path) {
   removeRecent(path);
@@ -54,13 +47,17 @@ void TApp::removeRecent(const char* path) {
   if (at >= 0) mru.removeRange(at, 1);
 }
 
-void TApp::fixSettings(int32_t screenWidth, int32_t screenHeight) {
+void TApp::fillEmptyColumns() {
   fillIfEmpty(fcols, kFcols);
   fillIfEmpty(vcols, kVcols);
   fillIfEmpty(scols, kScols);
   fillIfEmpty(fcolsAll, kFcolsAll);
   fillIfEmpty(vcolsAll, kVcolsAll);
   fillIfEmpty(scolsAll, kScolsAll);
+}
+
+void TApp::fixSettings(int32_t screenWidth, int32_t screenHeight) {
+  fillEmptyColumns();
   for (TColumns* list : {&fcols, &vcols, &scols, &fcolsAll, &vcolsAll, &scolsAll})
     for (TColumn* column : *list)
       if (column->width < 10) column->width = 10;

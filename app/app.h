@@ -56,6 +56,10 @@ class TApp {
   // Fills empty column lists, raises widths and leftWidth to 10, and resets
   // a window rectangle that does not fit the screen.
   void fixSettings(int32_t screenWidth, int32_t screenHeight);
+
+ private:
+  // Gives every empty column list its default columns.
+  void fillEmptyColumns();
 };
 
 extern const TRect32 kDefaultMainRect;

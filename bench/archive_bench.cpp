@@ -5,28 +5,12 @@
 #include <cstdio>
 
 #include "archive/archive.h"
-#include "archive/archive_host.h"
+#include "archive/folder_host.h"
 #include "archive/update_file.h"
 #include "lib/file_util.h"
 #include "lib/sys.h"
 
 namespace {
-
-class BenchHost : public TArchiveHost {
- public:
-  explicit BenchHost(const LStr& dir) : dir_(dir) {}
-  void untitledPath(LStr& out) override { out = join("untitled.kst"); }
-  void updatePath(LStr& out) override { out = join("kst-#update.tmp"); }
-  LStr join(const char* name) const {
-    LStr path(dir_);
-    path.append(SysPathSeparator());
-    path.append(name);
-    return path;
-  }
-
- private:
-  LStr dir_;
-};
 
 double secondsSince(std::chrono::steady_clock::time_point start) {
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
@@ -39,7 +23,7 @@ int main() {
   SysTempFolder(dir);
   dir.format("kst-archive-bench-%u", SysProcessId());
   SysMakeFolder(dir.ptr);
-  BenchHost host(dir);
+  TFolderHost host(dir.ptr);
   TArchive* archive = new TArchive(&host);
   FSetArchive(archive);
   LStr path = host.join("bench.kst");

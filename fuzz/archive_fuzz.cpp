@@ -8,12 +8,12 @@
 #include <cstring>
 
 #include "archive/archive.h"
-#include "archive/archive_host.h"
+#include "archive/folder_host.h"
 #include "lib/io_file.h"
 #include "lib/msg.h"
 #include "lib/sys.h"
 #include "store/held_buf.h"
-#include "store/version_expand.h"
+#include "store/version_io.h"
 #include "store/work_set.h"
 
 namespace {
@@ -37,22 +37,6 @@ class CheckingReporter : public LMsg {
   }
 };
 
-class FuzzHost : public TArchiveHost {
- public:
-  explicit FuzzHost(const LStr& dir) : dir_(dir) {}
-  void untitledPath(LStr& out) override { out = join("untitled.kst"); }
-  void updatePath(LStr& out) override { out = join("update.tmp"); }
-  LStr join(const char* name) const {
-    LStr path(dir_);
-    path.append('/');
-    path.append(name);
-    return path;
-  }
-
- private:
-  LStr dir_;
-};
-
 void readAll(TRecF* folder) {
   for (TRec* child : folder->children) {
     if (!child->isFile()) {
@@ -63,11 +47,7 @@ void readAll(TRecF* folder) {
       TVer* ver = static_cast<TVer*>(rec);
       try {
         THeldBuf raw;
-        {
-          THeldView held(ver->Hold());
-          FExpandRaw(held, ver->size, raw);
-        }
-        ver->Release();
+        FReadRaw(ver, raw);
         ver->Info();
       } catch (int code) {
         if (code != 2) __builtin_trap();
@@ -92,7 +72,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  FuzzHost host(*gDir);
+  TFolderHost host(gDir->ptr);
   LStr path = host.join("input.kst");
   {
     LIoFile file(path.ptr, 'w', true);

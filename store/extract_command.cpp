@@ -13,7 +13,7 @@
 #include "store/cond_walk.h"
 #include "store/held_buf.h"
 #include "store/ver_info.h"
-#include "store/version_expand.h"
+#include "store/version_io.h"
 #include "store/work_set.h"
 
 namespace {
@@ -73,11 +73,7 @@ bool FSafeName(const char* name) {
 
 void FExtractVer(TVer* ver, const char* path) {
   THeldBuf raw;
-  {
-    THeldView held(ver->Hold());
-    FExpandRaw(held, ver->size, raw);
-  }
-  ver->Release();
+  FReadRaw(ver, raw);
   FMakeDirs(path);
   {
     LIoFile file(path, 'w', false);

@@ -249,6 +249,11 @@ void TVer::Release() {
   info->heldLen = -1;
 }
 
+void FReadRaw(TVer* ver, THeldBuf& raw) {
+  FExpandRaw(THeldView(ver->Hold()), ver->size, raw);
+  ver->Release();
+}
+
 void FStoreDelta(TVer* older, TVer* newer, bool dropIfSame) {
   const THeldBuf& target = older->Hold();
   const THeldBuf& reference = newer->Hold();

@@ -44,6 +44,10 @@ int32_t FWriteBlock(TVer* ver, const THeldBuf& stored, TVer* reference);
 // a file whose size changed since it was listed is "ファイル %s の読み出しエラーです".
 void FReadFileIn(TVer* ver);
 
+// The raw bytes of a version: its held form expanded once more, checked
+// against its size.
+void FReadRaw(TVer* ver, THeldBuf& raw);
+
 // Re-encodes `older` against `newer`; see the store rules in the .cpp.
 void FStoreDelta(TVer* older, TVer* newer, bool dropIfSame);
 // Stores a version without a reference.

@@ -16,7 +16,7 @@
 #include "store/add_command.h"
 #include "store/cond.h"
 #include "store/delete_command.h"
-#include "store/version_expand.h"
+#include "store/version_io.h"
 #include "store/version_io.h"
 #include "store/work_set.h"
 #include "support/archive_fixture.h"
@@ -106,11 +106,7 @@ class DamagedArchiveTest : public ArchiveTest {
       for (TRec* rec : static_cast<TFile*>(child)->children) {
         TVer* ver = static_cast<TVer*>(rec);
         THeldBuf raw;
-        {
-          THeldView held(ver->Hold());
-          FExpandRaw(held, ver->size, raw);
-        }
-        ver->Release();
+        FReadRaw(ver, raw);
         ver->Info();
         FNewWorkSet();
       }

@@ -63,11 +63,7 @@ class DeleteTest : public ArchiveTest {
   TFile* file(const char* name) { return static_cast<TFile*>(archive->root->findChild(name)); }
   std::string rawOf(TVer* ver) {
     THeldBuf raw;
-    {
-      THeldView held(ver->Hold());
-      FExpandRaw(held, ver->size, raw);
-    }
-    ver->Release();
+    FReadRaw(ver, raw);
     return std::string(reinterpret_cast<const char*>(raw.data()), raw.size());
   }
   // Every version of the file reads back as the listed contents (by index

@@ -59,11 +59,7 @@ class VersionIoTest : public ArchiveTest {
 
   std::string rawOf(TVer* ver) {
     THeldBuf raw;
-    {
-      THeldView held(ver->Hold());
-      FExpandRaw(held, ver->size, raw);
-    }
-    ver->Release();
+    FReadRaw(ver, raw);
     return std::string(reinterpret_cast<const char*>(raw.data()), raw.size());
   }
 

@@ -7,16 +7,14 @@
 #include <string>
 
 #include "archive/archive.h"
-#include "archive/archive_host.h"
+#include "archive/folder_host.h"
 #include "store/work_set.h"
 #include "support/recorder.h"
 #include "support/temp_dir.h"
 
-class TestArchiveHost : public TArchiveHost {
+class TestArchiveHost : public TFolderHost {
  public:
-  explicit TestArchiveHost(const TestTempDir& dir) : dir_(dir) {}
-  void untitledPath(LStr& out) override { out = dir_.file("無題"); }
-  void updatePath(LStr& out) override { out = dir_.file("kst-#update.tmp"); }
+  explicit TestArchiveHost(const TestTempDir& dir) : TFolderHost(dir.path()) {}
   void removeRecent(const char* fullPath) override { removed.append(fullPath); }
   void treeLoaded(TFolder*) override { loads++; }
   // Commands' shared state is replaced as the application does it.
@@ -25,9 +23,6 @@ class TestArchiveHost : public TArchiveHost {
   }
   LStr removed;
   int loads = 0;
-
- private:
-  const TestTempDir& dir_;
 };
 
 class ArchiveTest : public testing::Test {
