@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds every configuration and runs every test:
 # Linux natively, Linux under AddressSanitizer and UndefinedBehaviorSanitizer,
-# the Windows build under Wine, and a compile of the 32-bit Windows build.
+# the Windows build under Wine, a compile of the 32-bit Windows build, and a
+# short run of every fuzz target.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 here="$(pwd)/scripts"
@@ -29,3 +30,6 @@ cmake --build --preset windows
 wineserver -p
 trap 'wineserver -k >/dev/null 2>&1 || true' EXIT
 ctest --preset windows
+
+echo "== fuzz targets (short run)"
+"$here/fuzz-smoke.sh" 5
