@@ -105,10 +105,12 @@ int LStrPairsOpt::parse(const char* argument) {
 int LIntPairsOpt::parse(const char* argument) {
   const char* value = valueOf(argument);
   if (value == nullptr) return 0;
+  // Units as the range picker writes them ("1K-2K"); a unit on the high
+  // member reaches to the end of that unit, as a date does to its day's end.
   parsePairs(value, target, [](LIntPairs& list, const LStr& low, const LStr& high) {
     LIntPair* pair = new LIntPair;
-    pair->key = FParseInt(low.ptr);
-    pair->value = FParseInt(high.ptr);
+    pair->key = static_cast<intptr_t>(FParseSize(low.ptr, /*upper=*/false));
+    pair->value = static_cast<intptr_t>(FParseSize(high.ptr, /*upper=*/true));
     list.add(pair);
   });
   return 1;
