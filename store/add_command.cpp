@@ -226,5 +226,7 @@ void FCmdAdd(TRec* target, const LStrs& paths, TCond* cond, const TAddOptions& o
   FApplyUpdate(archive, update);
   for (TVer* ver : work->versions) ver->flags = static_cast<uint8_t>((ver->flags & ~kVerNew) | kVerStored);
   archive.lastStoreNo++;
+  // The next scan must count the new versions.
+  archive.stats.level = 0;
   archive.stats.resetRanges();
 }
