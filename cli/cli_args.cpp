@@ -125,11 +125,12 @@ void TCliArgs::helpLines(LStr& out) const {
     if (option->letter != 0) forms.format("-%c, ", option->letter);
     forms.format("--%s", option->name);
     if (option->kind != kSwitch) forms.format(" %s", option->valueName);
-    if (FTextWidth(forms.ptr) >= kHelpColumn) {
+    // The forms are ASCII: no escape in them.
+    if (FTextWidth(forms.ptr, kEscapeAsCharacter) >= kHelpColumn) {
       out.append(forms).append('\n');
       forms.clear();
     }
-    FAppendPadded(out, forms.ptr, kHelpColumn, 'l');
+    FAppendPadded(out, forms.ptr, kHelpColumn, 'l', kEscapeAsCharacter);
     out.append(option->help).append('\n');
   }
 }

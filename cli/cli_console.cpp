@@ -39,6 +39,10 @@ LStr TCliConsole::convert(const char* text, int codePage) {
   return bytes;
 }
 
+TEscapeForm TCliConsole::escapesIn(int codePage) {
+  return codePage == kUtf8 ? kEscapeAsCharacter : kEscapeAsText;
+}
+
 void TCliConsole::out(const char* text) {
   FLibGuard guard;
   LStr bytes = convert(text, outCodePage_);
@@ -110,5 +114,5 @@ void TCliConsole::drawStatus() {
   LStr bytes("\r");
   bytes.append(convert(status_.ptr, errCodePage_));
   writeErr(bytes);
-  statusWidth_ = FTextWidth(status_.ptr);
+  statusWidth_ = FTextWidth(status_.ptr, errEscapes());
 }

@@ -11,6 +11,7 @@
 
 #include <cstdint>
 
+#include "cli/text_width.h"
 #include "lib/lstr.h"
 
 class TCliConsole {
@@ -29,6 +30,10 @@ class TCliConsole {
   // Replaces the status line ("" takes it away). Only a terminal shows it.
   void status(const char* text);
   bool showsStatus() const { return errTerminal_; }
+  // How the escapes of core text look on standard output and on standard
+  // error.
+  TEscapeForm outEscapes() const { return escapesIn(outCodePage_); }
+  TEscapeForm errEscapes() const { return escapesIn(errCodePage_); }
   // Asks a yes/no question on the terminal. Without a terminal to ask, at
   // the end of the input or after a break the answer is yes: a question
   // that nobody can answer must not hold the program.
@@ -38,6 +43,8 @@ class TCliConsole {
   // The terminal form of core text in a code page; a message that the
   // conversion itself reports comes back here and goes out unconverted.
   LStr convert(const char* text, int codePage);
+  // UTF-8 has every character; any other code page shows the escape.
+  static TEscapeForm escapesIn(int codePage);
   void writeErr(const LStr& bytes);
   void clearStatus();
   void drawStatus();

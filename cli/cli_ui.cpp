@@ -57,7 +57,8 @@ void TCliUi::draw() {
   int32_t filled = percent_ * kBarWidth / 100;
   for (int32_t i = 0; i < kBarWidth; i++) line.append(i < filled ? '#' : '.');
   line.format("] %3d%% %s ", percent_, label_.ptr);
-  line.append(FFitTail(item_.ptr, kLineWidth - FTextWidth(line.ptr)));
+  TEscapeForm escapes = console_.errEscapes();
+  line.append(FFitTail(item_.ptr, kLineWidth - FTextWidth(line.ptr, escapes), escapes));
   console_.status(line.ptr);
 }
 

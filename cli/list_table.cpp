@@ -3,7 +3,6 @@
 #include "app/column.h"
 #include "app/column_text.h"
 #include "cli/cli_console.h"
-#include "cli/text_width.h"
 
 namespace {
 
@@ -54,23 +53,23 @@ void TCliTable::addRow(TRec* rec) {
   rows_.add(row);
 }
 
-void TCliTable::lines(LStrs& out) const {
+void TCliTable::lines(LStrs& out, TEscapeForm escapes) const {
   LStrs headings;
   LInts widths;
   for (int32_t id : columns_) {
     headings.add(new LStr(FColumnHeading(id)));
-    widths.add(FTextWidth(FColumnHeading(id)));
+    widths.add(FTextWidth(FColumnHeading(id), escapes));
   }
   for (const LStrs* row : rows_)
     for (int32_t i = 0; i < columns_.count; i++) {
-      int32_t width = FTextWidth((*row)[i]->ptr);
+      int32_t width = FTextWidth((*row)[i]->ptr, escapes);
       if (width > widths[i]) widths[i] = width;
     }
   auto format = [&](const LStrs& cells) {
     LStr* line = new LStr;
     for (int32_t i = 0; i < columns_.count; i++) {
       if (i > 0) line->append("  ");
-      FAppendPadded(*line, cells[i]->ptr, widths[i], TColumn{columns_[i], 0}.align());
+      FAppendPadded(*line, cells[i]->ptr, widths[i], TColumn{columns_[i], 0}.align(), escapes);
     }
     // Empty cells at the end leave no blanks behind.
     while (line->length > 0 && (*line)[line->length - 1] == ' ') line->truncate(line->length - 1);
@@ -82,6 +81,6 @@ void TCliTable::lines(LStrs& out) const {
 
 void TCliTable::print(TCliConsole& console) const {
   LStrs text;
-  lines(text);
+  lines(text, console.outEscapes());
   for (const LStr* line : text) console.out(line->ptr);
 }

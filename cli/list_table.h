@@ -5,6 +5,7 @@
 
 #include <cstdint>
 
+#include "cli/text_width.h"
 #include "lib/larr.h"
 #include "lib/lstr.h"
 
@@ -29,8 +30,9 @@ class TCliTable {
   // call it when).
   void addRow(TRec* rec);
   int32_t rowCount() const { return rows_.count; }
-  // The lines, the heading first, without line ends.
-  void lines(LStrs& out) const;
+  // The lines, the heading first, without line ends, for a stream that
+  // shows escapes in that form.
+  void lines(LStrs& out, TEscapeForm escapes) const;
   void print(TCliConsole& console) const;
 
  private:

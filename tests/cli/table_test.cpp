@@ -12,32 +12,41 @@
 
 namespace {
 
+int32_t width(const char* text) { return FTextWidth(text, kEscapeAsCharacter); }
+
 TEST(TextWidthTest, DoubleByteCharactersTakeTwoColumns) {
-  EXPECT_EQ(FTextWidth(""), 0);
-  EXPECT_EQ(FTextWidth("abc"), 3);
-  EXPECT_EQ(FTextWidth("表示"), 4);  // 表 ends in the byte of a backslash
-  EXPECT_EQ(FTextWidth("ｱｲ"), 2);    // half-width katakana are single bytes
-  EXPECT_EQ(FTextWidth("caf{%u00E9}"), 4);
-  EXPECT_EQ(FTextWidth("{%u4E02}"), 2);
-  EXPECT_EQ(FTextWidth("{%u12"), 5);  // not an escape: its bytes as they are
+  EXPECT_EQ(width(""), 0);
+  EXPECT_EQ(width("abc"), 3);
+  EXPECT_EQ(width("表示"), 4);   // 表 ends in the byte of a backslash
+  EXPECT_EQ(width("ｱｲ"), 2);     // half-width katakana are single bytes
+  EXPECT_EQ(width("{%u12"), 5);  // not an escape: its bytes as they are
+}
+
+TEST(TextWidthTest, AnEscapeIsItsCharacterOrItsText) {
+  EXPECT_EQ(width("caf{%u00E9}"), 4);
+  EXPECT_EQ(width("{%u4E02}"), 2);
+  // A terminal whose code page lacks the character shows the escape.
+  EXPECT_EQ(FTextWidth("caf{%u00E9}", kEscapeAsText), 11);
+  EXPECT_STREQ(FFitTail("ab{%u00E9}cd", 10, kEscapeAsText).ptr, "...cd");
+  EXPECT_STREQ(FFitTail("ab{%u00E9}cd", 10, kEscapeAsCharacter).ptr, "ab{%u00E9}cd");
 }
 
 TEST(TextWidthTest, TailsKeepWholeCharacters) {
-  EXPECT_STREQ(FFitTail("short", 10).ptr, "short");
-  EXPECT_STREQ(FFitTail("abcdefghij", 8).ptr, "...fghij");
+  EXPECT_STREQ(FFitTail("short", 10, kEscapeAsCharacter).ptr, "short");
+  EXPECT_STREQ(FFitTail("abcdefghij", 8, kEscapeAsCharacter).ptr, "...fghij");
   // Cutting inside a double-byte character would leave half of it.
-  LStr fitted = FFitTail("あいうえお", 8);
+  LStr fitted = FFitTail("あいうえお", 8, kEscapeAsCharacter);
   EXPECT_STREQ(fitted.ptr, "...えお");
-  EXPECT_LE(FTextWidth(fitted.ptr), 8);
+  EXPECT_LE(width(fitted.ptr), 8);
 }
 
 TEST(TextWidthTest, PaddingByColumns) {
   LStr out;
-  FAppendPadded(out, "表", 4, 'l');
+  FAppendPadded(out, "表", 4, 'l', kEscapeAsCharacter);
   out.append('|');
-  FAppendPadded(out, "12", 4, 'r');
+  FAppendPadded(out, "12", 4, 'r', kEscapeAsCharacter);
   out.append('|');
-  FAppendPadded(out, "toolong", 3, 'l');
+  FAppendPadded(out, "toolong", 3, 'l', kEscapeAsCharacter);
   EXPECT_STREQ(out.ptr, "表  |  12|toolong");
 }
 
@@ -70,7 +79,7 @@ TEST_F(TableTest, ColumnsLineUpByTheirWidestCell) {
   table.addRow(file("a", 5));
   table.addRow(archive->root->addFolder("dir"));
   LStrs lines;
-  table.lines(lines);
+  table.lines(lines, kEscapeAsCharacter);
   ASSERT_EQ(lines.count, 4);
   // Names to the left, sizes to the right, no blanks at the ends.
   EXPECT_STREQ(lines[0]->ptr, "名前             サイズ  コメント");
