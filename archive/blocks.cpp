@@ -53,8 +53,10 @@ int32_t FWriteSegments(TArchive& archive, TUpdateFile& update, int32_t keepPos,
     if (n > room) n = static_cast<int32_t>(room);
     int32_t length = kSegmentHead + headBytes + n;
     int32_t rounded = FRoundUp64(length);
-    if (static_cast<int64_t>(extent->pos) + rounded > INT32_MAX)
+    if (static_cast<int64_t>(extent->pos) + rounded > INT32_MAX) {
+      FPutExtent(archive.freeList, extent, false);
       FError(kMsgErrorBox, "アーカイブ ファイルが 2 GB を超えるため、書き込めません");
+    }
 
     int32_t recordAt = update.beginRecord(extent->pos);
     FWriteI32(update.stream(), length);
