@@ -1,7 +1,7 @@
 // The reporter of the command line: numbered messages and boxes become lines
 // on standard error, in the library's own form ("Error 15000: ...", "Kestrom
 // エラー #3000: ..."). It counts the error boxes, which with the counted
-// errors decide the exit status.
+// errors tell whether a command met an error.
 #pragma once
 
 #include <cstdint>
@@ -16,8 +16,9 @@ class TCliMsg : public TMsg {
   void output(int number, const char* position, const char* level, const char* text) override;
   int showBox(char kind, const char* title, const char* text) override;
   void errorBoxShown() override;
-  // True when an error box was shown or an error message counted.
-  bool anyError() const { return errorBoxes_ > 0 || errorTotal() > 0; }
+  // The error boxes and error messages so far; a command met an error when
+  // the count grew while it ran.
+  int32_t errorsSoFar() const { return errorBoxes_ + errorTotal(); }
 
  private:
   TCliConsole& console_;

@@ -43,8 +43,12 @@ int runCommand(const TCliCommand& command, TCliRequest& request) {
   TCliMsg& reporter = *static_cast<TCliMsg*>(FReporter());
   TCliUi& ui = *static_cast<TCliUi*>(FWorkerUi());
   int status = kExitError;
+  int32_t errors = 0;
   try {
     TCliSession session(request.settings.ptr);
+    // A damaged settings file has been reported and lost its bad keys; the
+    // command's own errors count from here.
+    errors = reporter.errorsSoFar();
     if (session.open(request.plain[0]->ptr, command.createsArchive)) {
       TCliContext context{session, ui.console(), ui, request};
       status = command.run(context);
@@ -53,7 +57,7 @@ int runCommand(const TCliCommand& command, TCliRequest& request) {
     // The error was shown where it was raised.
     status = kExitError;
   }
-  return status == kExitDone && reporter.anyError() ? kExitError : status;
+  return status == kExitDone && reporter.errorsSoFar() > errors ? kExitError : status;
 }
 
 }  // namespace

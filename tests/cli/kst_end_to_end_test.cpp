@@ -364,6 +364,27 @@ TEST_F(KstTest, BrokenArchivesExitWithOne) {
   EXPECT_EQ(FExists(absent.ptr), kExistsNone);
 }
 
+TEST_F(KstTest, SettingsAreReadAndNeverWritten) {
+  // With skipEquF off, a file that only got a new date becomes a version;
+  // a damaged key is reported and costs nothing else.
+  const std::string text = "; settings\r\nbogus=1\r\nskipEquF=0\r\n";
+  {
+    LIoFile file(settings.ptr, 'w', true);
+    file.write(text.data(), static_cast<int32_t>(text.size()));
+  }
+  makeTree();
+  KstResult first = kst({"add", archive.ptr, src.ptr});
+  ASSERT_EQ(first.status, 0) << first.err;
+  EXPECT_NE(first.err.find("unknown name 'bogus'"), std::string::npos) << first.err;
+  put(kReadme, history[kReadme].back());
+  KstResult second = kst({"add", archive.ptr, src.ptr});
+  EXPECT_EQ(second.out, "1/6 個のファイルを追加しました (, 更新: 1, 不変のためスキップ: 5)\n");
+  LIoFile file(settings.ptr, 'r', true);
+  LStr after;
+  file.readAll(after);
+  EXPECT_EQ(std::string(after.ptr, after.length), text);
+}
+
 TEST_F(KstTest, InfoAndCheckReportTheWholeArchive) {
   addThreeTimes();
   KstResult info = kst({"info", archive.ptr});
