@@ -22,6 +22,11 @@ int64_t FToUnixTime(SysTime fileTime) {
   return (static_cast<int64_t>(fileTime) - kUnixEpochTicks) / kTicksPerSecond;
 }
 
+SysTime FUnixToFileTime(int64_t time) {
+  int64_t ticks = time * kTicksPerSecond + kUnixEpochTicks;
+  return ticks > 0 ? static_cast<SysTime>(ticks) : 0;
+}
+
 bool FFromUnixTime(int64_t time, SysTime& fileTime) {
   LDateTime local;
   if (!FLocalFields(time, local)) return false;

@@ -15,6 +15,9 @@
 SysTime FCleanTime(SysTime fileTime);
 // The calendar time of a file time (whole seconds, truncated towards 1970).
 int64_t FToUnixTime(SysTime fileTime);
+// The file time of a calendar time: the exact inverse of FToUnixTime, for
+// giving files back the times they had. Times before 1601 give 0.
+SysTime FUnixToFileTime(int64_t time);
 // The file time that holds the local clock reading of a calendar time (the
 // zone's offset added), as a file time of local fields. False, with
 // fileTime unchanged, when the time has no local form.

@@ -82,13 +82,11 @@ void FExtractVer(TVer* ver, const char* path) {
       FError(kMsgErrorBox, "ファイル「%s」に書き込めません", path);
   }
   const TVerInfo* info = ver->Info();
-  SysTime created = 0;
-  SysTime accessed = 0;
-  SysTime modified = 0;
-  FFromUnixTime(info->createTime, created);
-  FFromUnixTime(info->accessTime, accessed);
-  FFromUnixTime(ver->time, modified);
-  if (!SysSetFileTimes(path, created, accessed, modified)) FError(kMsgErrorBox, "SetFileTime() failed");
+  // The exact inverse of how the times were read, so that they come back as
+  // they were, whatever the time zone.
+  if (!SysSetFileTimes(path, FUnixToFileTime(info->createTime), FUnixToFileTime(info->accessTime),
+                       FUnixToFileTime(ver->time)))
+    FError(kMsgErrorBox, "SetFileTime() failed");
 }
 
 void FCmdExtract(const LArrOf<TRec*>& records, const char* destDir, TCond* cond, TRec* base) {

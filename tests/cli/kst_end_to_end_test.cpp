@@ -69,8 +69,7 @@ class KstTest : public testing::Test {
       LIoFile file(path.ptr, 'w', true);
       file.write(bytes.data(), static_cast<int32_t>(bytes.size()));
     }
-    SysTime time;
-    FFromUnixTime(1600000000 + 100 * ++writes, time);
+    SysTime time = FUnixToFileTime(1600000000 + 100 * ++writes);
     SysSetFileTimes(path.ptr, 0, time, time);
     history[relative].push_back(bytes);
   }

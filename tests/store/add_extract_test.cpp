@@ -41,8 +41,7 @@ class AddTest : public ArchiveTest {
     LStr path = srcFile(name);
     FMakeDirs(path.ptr);
     writeFile(path.ptr, bytes);
-    SysTime t;
-    FFromUnixTime(time, t);
+    SysTime t = FUnixToFileTime(time);
     SysSetFileTimes(path.ptr, 0, t, t);
   }
   // Adds the given paths (default: the whole source folder) under the root.

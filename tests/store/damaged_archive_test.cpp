@@ -64,8 +64,7 @@ class DamagedArchiveTest : public ArchiveTest {
     LStr file = dir.file(name);
     FMakeDirs(file.ptr);
     writeFile(file.ptr, bytes);
-    SysTime t;
-    FFromUnixTime(1600000000 + v * 100, t);
+    SysTime t = FUnixToFileTime(1600000000 + v * 100);
     SysSetFileTimes(file.ptr, 0, t, t);
   }
   void addSource() {

@@ -37,8 +37,7 @@ class DeleteTest : public ArchiveTest {
     for (int i = 0; i < count; i++) {
       bytes.replace(gen() % 19000, 10, "version " + std::to_string(i));
       writeFile(source.ptr, bytes);
-      SysTime t;
-      FFromUnixTime(1600000000 + i * 60, t);
+      SysTime t = FUnixToFileTime(1600000000 + i * 60);
       SysSetFileTimes(source.ptr, 0, t, t);
       contents[name].push_back(bytes);
       add(source.ptr);
