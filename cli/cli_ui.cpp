@@ -6,6 +6,7 @@
 #include "cli/list_table.h"
 #include "cli/text_width.h"
 #include "lib/sys_terminal.h"
+#include "store/delete_command.h"
 #include "store/search_cmd.h"
 #include "store/work_set.h"
 
@@ -74,6 +75,9 @@ void TCliUi::commandFinished(TThread& thread) {
       return;
     case kCmdExtract:
       console_.out(LStr().format("%d 個のファイルを展開しました", work.done).ptr);
+      return;
+    case kCmdDelete:
+      console_.out(FDeleteReport(work.done).ptr);
       return;
     case kCmdSearch:
       if (hits == nullptr) return;

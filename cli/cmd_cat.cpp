@@ -12,14 +12,10 @@
 int FRunCat(TCliContext& context) {
   TFile* file = FFindFile(context.session.archive().root, context.request.plain[1]->ptr);
   if (file == nullptr) return 1;
-  int32_t count = file->childCount();
-  int32_t number = context.request.version != 0 ? context.request.version : count;
-  if (number < 1 || number > count) {
-    FMsg(kMsgGeneral, "バージョン %d はありません (1～%d)", number, count);
-    return 1;
-  }
+  TVer* ver = FFindVersion(file, context.request.version);
+  if (ver == nullptr) return 1;
   THeldBuf raw;
-  FReadRaw(file->version(number - 1), raw);
+  FReadRaw(ver, raw);
   SysBinaryStdout();
   if (!context.console.outBytes(raw.data(), raw.size())) {
     FMsg(kMsgErrno, "標準出力に書き込めません");

@@ -31,6 +31,7 @@ void FDeclareCat(TCliArgs& args, TCliRequest& request);
 void FDeclareExtract(TCliArgs& args, TCliRequest& request);
 void FDeclareFind(TCliArgs& args, TCliRequest& request);
 void FDeclareNothing(TCliArgs& args, TCliRequest& request);
+void FDeclareRm(TCliArgs& args, TCliRequest& request);
 
 int FRunAdd(TCliContext& context);
 int FRunLs(TCliContext& context);
@@ -42,3 +43,4 @@ int FRunMkdir(TCliContext& context);
 int FRunMv(TCliContext& context);
 int FRunInfo(TCliContext& context);
 int FRunCheck(TCliContext& context);
+int FRunRm(TCliContext& context);

@@ -35,3 +35,13 @@ TFile* FFindFile(TFolder* root, const char* path) {
   }
   return static_cast<TFile*>(rec);
 }
+
+TVer* FFindVersion(TFile* file, int32_t number) {
+  int32_t count = file->childCount();
+  if (number == 0) number = count;
+  if (number < 1 || number > count) {
+    FMsg(kMsgGeneral, "バージョン %d はありません (1～%d)", number, count);
+    return nullptr;
+  }
+  return file->version(number - 1);
+}

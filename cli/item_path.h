@@ -3,12 +3,15 @@
 // with ASCII letters folded.
 #pragma once
 
+#include <cstdint>
+
 #include "lib/larr.h"
 #include "lib/lstr.h"
 
 class TFile;
 class TFolder;
 class TRec;
+class TVer;
 
 // True for a path of the archive, which begins with "/"; otherwise reports
 // the usage error 15001.
@@ -21,3 +24,6 @@ TRec* FFindItem(TFolder* root, const char* path);
 // The file record of a path, or null after the error of FFindItem or
 // "「%s」はファイルではありません".
 TFile* FFindFile(TFolder* root, const char* path);
+// Version `number` of a file (1 the oldest, 0 the newest), or null after the
+// error "バージョン %d はありません (1～%d)".
+TVer* FFindVersion(TFile* file, int32_t number);

@@ -199,6 +199,7 @@ int32_t FCmdDelete(const LArrOf<TRec*>& given) {
     TUpdateFile& update = archive.beginUpdate();
     for (int32_t i = 0; i < dependents.count; i++) reencode(dependents[i], i);
     int32_t count = deleted.count;
+    work.done = count;
     for (TVer* ver : unlinked) delete ver;
     unlinked.clear();
     deleted.clear();

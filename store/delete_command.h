@@ -14,7 +14,8 @@ class TRec;
 class TRecF;
 class TVer;
 
-// Deletes the records; returns the number of versions deleted.
+// Deletes the records; returns the number of versions deleted, which is
+// also the work set's `done`.
 int32_t FCmdDelete(const LArrOf<TRec*>& records);
 // The versions of a selection (every version below a selected file or
 // folder), and, when folders is given, the selected folders.
