@@ -35,20 +35,30 @@ class Sum {
   uint32_t value_ = 2166136261u;
 };
 
-// The ranges that the update overwrites inside the present archive, as
-// position and length pairs.
+// The ranges of the present archive that the update overwrites, or cuts
+// off when it ends the file before the present end, as position and length
+// pairs.
 bool collectRanges(LIoFile& update, int32_t archiveLength, LInts& ranges) {
   update.seek(0);
+  int32_t newEnd = 0;
   for (;;) {
     int64_t pos = update.getDword();
     if (pos < 0) return false;
-    if (static_cast<int32_t>(pos) == kUpdateEnd) return true;
+    if (static_cast<int32_t>(pos) == kUpdateEnd) {
+      // The apply cuts the archive behind its last record.
+      if (newEnd < archiveLength) {
+        ranges.add(newEnd);
+        ranges.add(archiveLength - newEnd);
+      }
+      return true;
+    }
     int64_t length = update.getDword();
     if (length < 0 || static_cast<int32_t>(length) < 0 || static_cast<int32_t>(pos) < 0)
       return false;
     int32_t at = static_cast<int32_t>(pos);
     int32_t n = static_cast<int32_t>(length);
     update.seek(update.tell() + n);
+    newEnd = at + n;
     if (at >= archiveLength || n == 0) continue;
     ranges.add(at);
     ranges.add(n < archiveLength - at ? n : archiveLength - at);

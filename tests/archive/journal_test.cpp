@@ -90,6 +90,36 @@ TEST_F(JournalTest, CutAtEveryRecordRollsBackToTheArchiveBefore) {
   }
 }
 
+TEST_F(JournalTest, UpdateThatShortensTheFileRollsBackItsTail) {
+  // Freeing the block before the footer moves the footer down: the apply
+  // ends the file earlier, and the bytes it cuts must come back too.
+  TFile* a = static_cast<TFile*>(archive->root->findChild("a"));
+  archive->beginUpdate();
+  TVer* last = a->version(a->childCount() - 1);
+  FReleaseBlock(*archive, last->dataPos, false);
+  last->unlinkAndDestroy();
+  FCommit(*archive, *archive->update, 0);
+  archive->update->close();
+  int32_t newEnd = archive->treeEnd;
+  ASSERT_LT(newEnd, static_cast<int32_t>(before.size()));
+  for (int cut = 0; cut <= 5; cut++) {
+    crashAfter(cut);
+    {
+      LIoFile out(path.ptr, 'a', true);
+      out.truncate(newEnd);  // as the apply ends the file
+    }
+    reopen();
+    EXPECT_TRUE(readFile(path.ptr) == before) << "cut after record " << cut;
+    a = static_cast<TFile*>(archive->root->findChild("a"));
+    archive->beginUpdate();
+    last = a->version(a->childCount() - 1);
+    FReleaseBlock(*archive, last->dataPos, false);
+    last->unlinkAndDestroy();
+    FCommit(*archive, *archive->update, 0);
+    archive->update->close();
+  }
+}
+
 TEST_F(JournalTest, IncompleteJournalMeansTheArchiveWasNeverTouched) {
   stageUpdate();
   crashAfter(0);
