@@ -35,6 +35,11 @@ void parsePairs(const char* value, List** target, Add add) {
                .ptr);
       continue;
     }
+    // Blanks around a member are no part of it ("1 - 5").
+    for (LStr* part : parts) {
+      part->trimLeft(" \t");
+      part->trimRight(" \t");
+    }
     add(list, *parts[0], *parts[parts.count - 1]);
   }
   if (list.count == 0) {
@@ -108,9 +113,10 @@ int LIntPairsOpt::parse(const char* argument) {
   // Units as the range picker writes them ("1K-2K"); a unit on the high
   // member reaches to the end of that unit, as a date does to its day's end.
   parsePairs(value, target, [](LIntPairs& list, const LStr& low, const LStr& high) {
+    // An empty member leaves that end of the range open ("10-", "-5").
     LIntPair* pair = new LIntPair;
-    pair->key = static_cast<intptr_t>(FParseSize(low.ptr, /*upper=*/false));
-    pair->value = static_cast<intptr_t>(FParseSize(high.ptr, /*upper=*/true));
+    pair->key = low.empty() ? INT32_MIN : static_cast<intptr_t>(FParseSize(low.ptr, /*upper=*/false));
+    pair->value = high.empty() ? INT32_MAX : static_cast<intptr_t>(FParseSize(high.ptr, /*upper=*/true));
     list.add(pair);
   });
   return 1;
@@ -121,8 +127,8 @@ int LDtPairsOpt::parse(const char* argument) {
   if (value == nullptr) return 0;
   parsePairs(value, target, [](LDtPairs& list, const LStr& low, const LStr& high) {
     LDtPair* pair = new LDtPair;
-    pair->low = FParseTime(low.ptr, /*upper=*/false);
-    pair->high = FParseTime(high.ptr, /*upper=*/true);
+    pair->low = low.empty() ? INT64_MIN : FParseTime(low.ptr, /*upper=*/false);
+    pair->high = high.empty() ? INT64_MAX : FParseTime(high.ptr, /*upper=*/true);
     list.add(pair);
   });
   return 1;
