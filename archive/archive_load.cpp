@@ -12,9 +12,6 @@
 
 namespace {
 
-// Structural faults of the free chain and the header positions.
-const int kFormatBadChain = 339;
-
 // The low 32 bits of a footer time, sign-extended again.
 int64_t widenTime(uint32_t low) { return static_cast<int32_t>(low); }
 
@@ -25,6 +22,12 @@ void readStrings(TArchive& archive) {
     archive.strings.intern(text->ptr, text->length);
     delete text;
   }
+}
+
+uint32_t readName(TArchive& archive) {
+  uint32_t index = FReadNum(archive);
+  if (index > static_cast<uint32_t>(archive.strings.count())) FFormatError(kFormatBadString);
+  return index;
 }
 
 void readVersion(TArchive& archive, TFile* file, uint32_t* time, uint32_t* size, uint32_t* pos) {
@@ -44,7 +47,7 @@ void readVersion(TArchive& archive, TFile* file, uint32_t* time, uint32_t* size,
 void readFile(TArchive& archive, TFolder* folder) {
   TFile* file = new TFile;
   folder->addChild(file);
-  file->nameIdx = FReadNum(archive);
+  file->nameIdx = readName(archive);
   uint32_t time = kTimeBase;
   uint32_t size = 0;
   uint32_t pos = 0;
@@ -67,7 +70,7 @@ void readTree(TArchive& archive) {
     } else if (tag == kTagFolder) {
       TFolder* child = new TFolder;
       folder->addChild(child);
-      child->nameIdx = FReadNum(archive);
+      child->nameIdx = readName(archive);
       child->time = widenTime(FReadDiff(archive, kTimeBase));
       folder = child;
     } else if (tag == kTagEnd) {

@@ -8,8 +8,6 @@
 #include "lib/msg.h"
 
 namespace {
-// A segment chain that leaves the data area or never ends.
-const int kFormatBadSegment = 894;
 const unsigned char kZeros[kAlignment] = {};
 }  // namespace
 
@@ -25,11 +23,11 @@ void FReleaseBlock(TArchive& archive, int32_t pos, bool keepStart) {
   int32_t left = archive.treePos / kAlignment;
   while (pos > 0) {
     if (pos < kHeaderSize || pos % kAlignment != 0 || pos >= archive.treePos || --left < 0)
-      FFormatError(kFormatBadSegment);
+      FFormatError(kFormatBadBlock);
     archive.seek(pos);
     int32_t length = FReadI32(archive);
     int32_t next = FReadI32(archive);
-    if (length < kSegmentHead || length > archive.treePos - pos) FFormatError(kFormatBadSegment);
+    if (length < kSegmentHead || length > archive.treePos - pos) FFormatError(kFormatBadBlock);
     FPutExtent(archive.freeList, new TExtent{pos, FRoundUp64(length)}, first && keepStart);
     first = false;
     pos = next;

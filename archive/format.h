@@ -40,4 +40,17 @@ const int32_t kFirstSegmentHead = 12;
 // The update file ends with this position.
 const int32_t kUpdateEnd = -1;
 
-inline int32_t FRoundUp64(int32_t n) { return (n + kAlignment - 1) / kAlignment * kAlignment; }
+// A length rounded up to whole units of 64; one too large to round, which
+// only damage can give, stays past every position of an archive.
+inline int32_t FRoundUp64(int32_t n) {
+  return n > INT32_MAX - (kAlignment - 1) ? INT32_MAX : (n + kAlignment - 1) / kAlignment * kAlignment;
+}
+
+// Numbers of the archive format failure for damage that the file's own
+// structure cannot rule out, beside those of the number coding (309, 312),
+// the tree (242, 263, 338, 425) and the token reader (775 to 892, 1859).
+enum : int {
+  kFormatBadChain = 339,   // a header position or free extent outside the data area, or a loop
+  kFormatBadString = 340,  // a name, comment or user id beyond the string table
+  kFormatBadBlock = 895,   // a block or segment outside the data area, or a chain that loops
+};

@@ -26,9 +26,6 @@ namespace {
 const TCodecSettings kDefaultSettings;
 const TCodecSettings* gSettings = &kDefaultSettings;
 
-// A reference chain that loops, or a segment chain that leaves the data area.
-const int kFormatBadBlock = 895;
-
 // A difference from the modification time, kept in 32 bits.
 uint32_t timeDiff(int64_t value, int64_t base) { return static_cast<uint32_t>(value - base); }
 int64_t timeBack(uint32_t diff, int64_t base) {
@@ -118,6 +115,8 @@ void FReadVerHeader(LSrm& srm, TVer* ver) {
   uint32_t userId = FReadNum(srm);
   uint32_t checkoutId = FReadNum(srm);
   if (ver == nullptr) return;
+  uint32_t strings = static_cast<uint32_t>(FStrings().count());
+  if (commentId > strings || userId > strings || checkoutId > strings) FFormatError(kFormatBadString);
   TVerInfo* info = FWorkSet()->NewInfo(ver);
   info->uniqueRatio = bytes[0];
   info->compRatio = bytes[1];

@@ -129,6 +129,15 @@ class DamagedArchiveTest : public ArchiveTest {
 
 void setI32(std::string& bytes, int32_t at, int32_t value) { FPutI32(&bytes[at], value); }
 
+// Where the tree begins in the footer: behind the string entries (each short
+// enough for a one-byte length).
+size_t treeStart(const std::string& bytes, int32_t treePos) {
+  size_t at = static_cast<size_t>(treePos);
+  while (static_cast<unsigned char>(bytes[at]) == kTagString)
+    at += 2 + static_cast<unsigned char>(bytes[at + 1]);
+  return at;
+}
+
 }  // namespace
 
 TEST_F(DamagedArchiveTest, EveryDamageEndsInItsFailure) {
@@ -163,6 +172,7 @@ TEST_F(DamagedArchiveTest, EveryDamageEndsInItsFailure) {
       {"string length too large", [t](std::string& b) { b[t + 1] = '\x7f'; }, 312},
       {"number with stray tag bits", [t](std::string& b) { b[t + 1] = '\xf3'; }, 309},
       {"number of no form", [t](std::string& b) { b[t + 1] = '\xfa'; }, 312},
+      {"name beyond the string table", [t](std::string& b) { b[treeStart(b, t) + 1] = '\x7f'; }, 340},
       {"segment length past the footer", [this](std::string& b) { setI32(b, newest, 1 << 30); }, 895},
       {"segment too short for its head", [this](std::string& b) { setI32(b, newest, 4); }, 895},
       {"segment chain loops", [this](std::string& b) { setI32(b, newest + 4, newest); }, 895},
