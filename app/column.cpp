@@ -8,11 +8,10 @@ bool isNumeric(int32_t id) {
          id == kColStoreNo;
 }
 
-const char* const kHeadings[] = {"",         "名前",       "ファイルの種類", "V",
-                                 "サイズ",   "更新日時",   "属性",           "固有率",
-                                 "圧縮後",   "コメント",   "作成日時",       "アクセス日時",
-                                 "格納日時", "格納#",      "ユーザー",       "チェックアウト",
-                                 "パス",     "フォルダ"};
+const char* const kHeadings[] = {
+    "",         "名前",           "ファイルの種類", "V",        "サイズ",       "更新日時", "属性",
+    "固有率",   "圧縮後",         "コメント",       "作成日時", "アクセス日時", "格納日時", "格納#",
+    "ユーザー", "チェックアウト", "パス",           "フォルダ"};
 
 void columnItem(void* context, int32_t index, LIniIo& io) {
   TColumns& list = *static_cast<TColumns*>(context);

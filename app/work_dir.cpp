@@ -1,11 +1,11 @@
 #include "app/work_dir.h"
 
 #include "app/app.h"
+#include "lib/chartype.h"
+#include "lib/fail.h"
 #include "lib/file_util.h"
 #include "lib/io_file.h"
 #include "lib/msg.h"
-#include "lib/fail.h"
-#include "lib/chartype.h"
 #include "lib/path_parts.h"
 #include "lib/sys.h"
 
@@ -54,7 +54,8 @@ void FLock(TApp& app) {
     delete file;
   }
   FInfo(kMsgErrorBox,
-        "ファイル「%s」を作成できません。\n[オプション] で一時ファイルのフォルダ指定を確認してください。",
+        "ファイル「%s」を作成できません。\n[オプション] "
+        "で一時ファイルのフォルダ指定を確認してください。",
         path.ptr);
 }
 

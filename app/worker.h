@@ -22,14 +22,14 @@ enum TCommandId : int32_t {
 class TThread : public LThread {
  public:
   int32_t cmdId;
-  int32_t error = 0;           // the integer thrown out of the command, 0 when it ended normally
-  int32_t stopRequested = 0;   // 1 once the user confirmed a stop
-  TRec* target = nullptr;      // add: the folder (or file) to add into
-  LStrs paths;                 // add: the source paths
-  LArrOf<TRec*> records;       // extract, delete, search: the chosen records
-  LStr destDir;                // extract: the destination folder
-  TRec* base = nullptr;        // extract: what destination paths are relative to
-  TCond* cond = nullptr;       // the command's conditions, not owned
+  int32_t error = 0;          // the integer thrown out of the command, 0 when it ended normally
+  int32_t stopRequested = 0;  // 1 once the user confirmed a stop
+  TRec* target = nullptr;     // add: the folder (or file) to add into
+  LStrs paths;                // add: the source paths
+  LArrOf<TRec*> records;      // extract, delete, search: the chosen records
+  LStr destDir;               // extract: the destination folder
+  TRec* base = nullptr;       // extract: what destination paths are relative to
+  TCond* cond = nullptr;      // the command's conditions, not owned
 
   // On the main thread: "Internal Error #1780" for an unknown id. Disables
   // the commands, shows the progress and the command's label, and clears the

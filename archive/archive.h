@@ -92,6 +92,5 @@ void FReleaseBlock(TArchive& archive, int32_t pos, bool keepStart);
 // segments as the extents need. keepPos > 0 takes the extent at exactly that
 // position for the first segment. Returns the first segment's position and,
 // in parentAt, the update-file position of the first segment's third word.
-int32_t FWriteSegments(TArchive& archive, TUpdateFile& update, int32_t keepPos,
-                       const void* head, int32_t headLen, const void* data, int32_t dataLen,
-                       int32_t* parentAt);
+int32_t FWriteSegments(TArchive& archive, TUpdateFile& update, int32_t keepPos, const void* head,
+                       int32_t headLen, const void* data, int32_t dataLen, int32_t* parentAt);

@@ -34,9 +34,8 @@ void FReleaseBlock(TArchive& archive, int32_t pos, bool keepStart) {
   }
 }
 
-int32_t FWriteSegments(TArchive& archive, TUpdateFile& update, int32_t keepPos,
-                       const void* head, int32_t headLen, const void* data, int32_t dataLen,
-                       int32_t* parentAt) {
+int32_t FWriteSegments(TArchive& archive, TUpdateFile& update, int32_t keepPos, const void* head,
+                       int32_t headLen, const void* data, int32_t dataLen, int32_t* parentAt) {
   const unsigned char* bytes = static_cast<const unsigned char*>(data);
   int32_t firstPos = 0;
   int32_t previousNextAt = -1;

@@ -1,5 +1,5 @@
-#include "archive/archive.h"
 #include "archive/apply_probe.h"
+#include "archive/archive.h"
 #include "archive/format.h"
 #include "archive/journal.h"
 #include "archive/update_file.h"
@@ -89,7 +89,8 @@ void FApplyUpdate(TArchive& archive, TUpdateFile& update) {
       probe(kApplyRecordCopied);
       pos = static_cast<int32_t>(source->getDword());
     }
-    if (pos != kUpdateEnd) FError(kMsgErrorBox, "更新情報ファイルの形式が正しくありません (識別番号=%d)", 1248);
+    if (pos != kUpdateEnd)
+      FError(kMsgErrorBox, "更新情報ファイルの形式が正しくありません (識別番号=%d)", 1248);
     archive.truncate(-1);
     archive.flush();
     probe(kApplyArchiveFlushed);

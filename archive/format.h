@@ -43,7 +43,8 @@ const int32_t kUpdateEnd = -1;
 // A length rounded up to whole units of 64; one too large to round, which
 // only damage can give, stays past every position of an archive.
 inline int32_t FRoundUp64(int32_t n) {
-  return n > INT32_MAX - (kAlignment - 1) ? INT32_MAX : (n + kAlignment - 1) / kAlignment * kAlignment;
+  return n > INT32_MAX - (kAlignment - 1) ? INT32_MAX
+                                          : (n + kAlignment - 1) / kAlignment * kAlignment;
 }
 
 // Numbers of the archive format failure for damage that the file's own

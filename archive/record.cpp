@@ -132,7 +132,8 @@ bool FCheckNewName(const TRecF* parent, const char* name, const TRec* renaming) 
       continue;
     }
     for (const char* f = forbidden; *f; f++)
-      if (c == static_cast<unsigned char>(*f)) FError(kMsgErrorBox, "文字 '%c' は使用できません", c);
+      if (c == static_cast<unsigned char>(*f))
+        FError(kMsgErrorBox, "文字 '%c' は使用できません", c);
   }
   TRec* existing = parent->findChild(name);
   if (existing != nullptr && existing != renaming)

@@ -60,7 +60,6 @@ class TUpdateFile {
   LArrOf<TWritten*, LDelete<TWritten*>> written_;
 
  public:
-
  private:
   LStr path_;
   LIoFile* file_;

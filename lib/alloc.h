@@ -33,6 +33,6 @@ struct FAllocStats {
 FAllocStats FAllocTotals();
 
 // Gives a class operator new and delete on the pooled allocator.
-#define KST_POOLED_NEW                                                                    \
+#define KST_POOLED_NEW                                                                  \
   static void* operator new(size_t size) { return FAlloc(static_cast<int32_t>(size)); } \
   static void operator delete(void* block) { FFree(block); }

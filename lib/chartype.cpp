@@ -4,6 +4,7 @@
 
 // 1 upper, 2 lower, 4 digit, 8 punctuation (16 on top for "_"), 32 white
 // space, 4096 Shift-JIS lead byte, 8192 half-width katakana.
+// clang-format off
 const uint16_t FCharType[256] = {
     0, 0, 0, 0, 0, 0, 0, 0,  // 00
     0, 32, 32, 32, 32, 32, 0, 0,  // 08
@@ -38,6 +39,7 @@ const uint16_t FCharType[256] = {
     4096, 4096, 4096, 4096, 4096, 4096, 4096, 4096,  // F0
     4096, 4096, 4096, 4096, 4096, 0, 0, 0,  // F8
 };
+// clang-format on
 
 int32_t FCharMode = 's';
 

@@ -135,9 +135,10 @@ int32_t FParseInt(const char* text, char terminator, int base) {
   if (value > UINT32_MAX) value = UINT32_MAX;
   if (*end != 0 && (terminator == 0 || *end != terminator)) {
     FMsg(kMsgGeneral, "%s",
-         LStr().format(FLangText("「%s」を数値として解釈できません",
-                                 "cannot analyze '%s' as a number"),
-                       shown)
+         LStr()
+             .format(
+                 FLangText("「%s」を数値として解釈できません", "cannot analyze '%s' as a number"),
+                 shown)
              .ptr);
   }
   uint32_t result = static_cast<uint32_t>(value);

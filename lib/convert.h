@@ -12,11 +12,11 @@ extern const char* const kEscOpen;   // "{%u"
 extern const char* const kEscClose;  // "}"
 
 // Appends the conversion of 8-bit text (code page 0: the system's) to out.
-void FToUStr(const char* text, int32_t n, UStr& out, int codePage = 0,
-             const char* open = kEscOpen, const char* close = kEscClose);
+void FToUStr(const char* text, int32_t n, UStr& out, int codePage = 0, const char* open = kEscOpen,
+             const char* close = kEscClose);
 // Appends the conversion of 16-bit text to out.
-void FToLStr(const UChar* text, int32_t n, LStr& out, int codePage = 0,
-             const char* open = kEscOpen, const char* close = kEscClose);
+void FToLStr(const UChar* text, int32_t n, LStr& out, int codePage = 0, const char* open = kEscOpen,
+             const char* close = kEscClose);
 
 // Text to a 32-bit integer: "-", then "0x"/"0j"/"0n" for base 16/10/2,
 // commas ignored; `terminator` may end the number besides the NUL. A text

@@ -21,7 +21,8 @@ void FWriteI32(LStream& stream, int32_t value) {
 }
 
 void FWriteU16(LStream& stream, uint16_t value) {
-  unsigned char bytes[2] = {static_cast<unsigned char>(value), static_cast<unsigned char>(value >> 8)};
+  unsigned char bytes[2] = {static_cast<unsigned char>(value),
+                            static_cast<unsigned char>(value >> 8)};
   stream.write(bytes, 2);
 }
 

@@ -115,8 +115,10 @@ int LIntPairsOpt::parse(const char* argument) {
   parsePairs(value, target, [](LIntPairs& list, const LStr& low, const LStr& high) {
     // An empty member leaves that end of the range open ("10-", "-5").
     LIntPair* pair = new LIntPair;
-    pair->key = low.empty() ? INT32_MIN : static_cast<intptr_t>(FParseSize(low.ptr, /*upper=*/false));
-    pair->value = high.empty() ? INT32_MAX : static_cast<intptr_t>(FParseSize(high.ptr, /*upper=*/true));
+    pair->key =
+        low.empty() ? INT32_MIN : static_cast<intptr_t>(FParseSize(low.ptr, /*upper=*/false));
+    pair->value =
+        high.empty() ? INT32_MAX : static_cast<intptr_t>(FParseSize(high.ptr, /*upper=*/true));
     list.add(pair);
   });
   return 1;

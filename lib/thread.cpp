@@ -32,8 +32,7 @@ LEvent::LEvent(SysEvent existing) : handle(existing), owned(existing == nullptr)
 }
 
 LEvent::~LEvent() {
-  if (owned && handle != nullptr && !SysCloseEvent(handle))
-    FMsg(kMsgSystem, "cannot close event");
+  if (owned && handle != nullptr && !SysCloseEvent(handle)) FMsg(kMsgSystem, "cannot close event");
 }
 
 int LEvent::wait(int32_t milliseconds) {

@@ -91,8 +91,8 @@ int32_t addFile(const char* path, TRecF* parent, const SysFileInfo& info, AddRun
     return 0;
   }
   if (run.cond != nullptr) {
-    TAddCandidate candidate{name.ptr, modified,  info.size,
-                            path,     FAttrBits(info.attributes), file != nullptr};
+    TAddCandidate candidate{name.ptr,       modified, info.size, path, FAttrBits(info.attributes),
+                            file != nullptr};
     if (!FAddCondTest(candidate, *run.cond)) return 0;
   }
   if (file == nullptr) file = FFileItem(parent, name.ptr, /*create=*/true);
@@ -224,7 +224,8 @@ void FCmdAdd(TRec* target, const LStrs& paths, TCond* cond, const TAddOptions& o
   FCommit(archive, update, work->storeNo);
   update.close();
   FApplyUpdate(archive, update);
-  for (TVer* ver : work->versions) ver->flags = static_cast<uint8_t>((ver->flags & ~kVerNew) | kVerStored);
+  for (TVer* ver : work->versions)
+    ver->flags = static_cast<uint8_t>((ver->flags & ~kVerNew) | kVerStored);
   archive.lastStoreNo++;
   // The next scan must count the new versions.
   archive.stats.level = 0;

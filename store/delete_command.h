@@ -19,8 +19,7 @@ class TVer;
 int32_t FCmdDelete(const LArrOf<TRec*>& records);
 // The versions of a selection (every version below a selected file or
 // folder), and, when folders is given, the selected folders.
-void FCollectDeleted(const LArrOf<TRec*>& records, LArrOf<TVer*>& versions,
-                     LArrOf<TRec*>* folders);
+void FCollectDeleted(const LArrOf<TRec*>& records, LArrOf<TVer*>& versions, LArrOf<TRec*>* folders);
 // Walks the whole tree and lists, in walk order, the versions whose
 // reference block is one of the deleted ones.
 void FFindDependents(TRecF* root, LArrOf<TVer*>& dependents);

@@ -116,7 +116,8 @@ void FReadVerHeader(LSrm& srm, TVer* ver) {
   uint32_t checkoutId = FReadNum(srm);
   if (ver == nullptr) return;
   uint32_t strings = static_cast<uint32_t>(FStrings().count());
-  if (commentId > strings || userId > strings || checkoutId > strings) FFormatError(kFormatBadString);
+  if (commentId > strings || userId > strings || checkoutId > strings)
+    FFormatError(kFormatBadString);
   TVerInfo* info = FWorkSet()->NewInfo(ver);
   info->uniqueRatio = bytes[0];
   info->compRatio = bytes[1];

@@ -54,13 +54,13 @@ TEST(Settings, SavedFileHasEveryKeyInOrderAndReadsBackEqual) {
 
   std::string text = readAll(path.ptr);
   EXPECT_EQ(text.rfind("; Kestrom 1.14 設定ファイル\r\n", 0), 0u);
-  const char* keys[] = {"rcMain",    "leftWidth", "fcols",      "vcols",      "scols",
-                        "fcolsAll",  "vcolsAll",  "scolsAll",   "lvMode",     "checkInF",
-                        "checkOutF", "extDirs",   "lmFNames",   "lmDts",      "lmStnos",
-                        "lmCmts",    "lmSizes",   "lmPaths",    "lmVers",     "lmUsers",
-                        "lmCous",    "memItemNum", "userName",  "userId",     "userPwd",
-                        "mru",       "arcDlgDir", "arcDlgFilterIdx", "fileDlgDir", "skipEquDtF",
-                        "skipEquF",  "ovwMode",   "tmpDirBase", "tmpSubdir"};
+  const char* keys[] = {"rcMain",    "leftWidth",  "fcols",           "vcols",      "scols",
+                        "fcolsAll",  "vcolsAll",   "scolsAll",        "lvMode",     "checkInF",
+                        "checkOutF", "extDirs",    "lmFNames",        "lmDts",      "lmStnos",
+                        "lmCmts",    "lmSizes",    "lmPaths",         "lmVers",     "lmUsers",
+                        "lmCous",    "memItemNum", "userName",        "userId",     "userPwd",
+                        "mru",       "arcDlgDir",  "arcDlgFilterIdx", "fileDlgDir", "skipEquDtF",
+                        "skipEquF",  "ovwMode",    "tmpDirBase",      "tmpSubdir"};
   size_t at = 0;
   for (const char* key : keys) {
     size_t found = text.find("\r\n" + std::string(key) + "=", at);
@@ -99,7 +99,7 @@ TEST(Settings, BadLinesCostOnlyTheirKey) {
   EXPECT_EQ(app.fcols.count, 0);
   EXPECT_EQ(app.rcMain.left, 5000);
   app.fixSettings(1920, 1080);
-  EXPECT_EQ(app.fcols.count, 6);  // refilled
+  EXPECT_EQ(app.fcols.count, 6);    // refilled
   EXPECT_EQ(app.rcMain.left, 100);  // saved on a larger screen
   EXPECT_EQ(app.rcMain.width, 920);
 }

@@ -50,7 +50,9 @@ TEST_F(ArchiveTest, NewArchiveIsHeaderAndEndTag) {
   archive->loadArchive(path.ptr, false, false);
   std::string bytes = readFile(path.ptr);
   ASSERT_EQ(bytes.size(), 65u);
-  EXPECT_EQ(bytes.substr(0, 8), std::string("Kst\0" "004\0", 8));
+  EXPECT_EQ(bytes.substr(0, 8), std::string("Kst\0"
+                                            "004\0",
+                                            8));
   EXPECT_EQ(FGetI32(bytes.data() + 8), 64);
   EXPECT_EQ(bytes.substr(12, 52), std::string(52, '\0'));
   EXPECT_EQ(static_cast<unsigned char>(bytes[64]), 0xAF);
@@ -73,9 +75,13 @@ TEST_F(LoadTest, EveryBrokenFileGivesItsNumber) {
             std::string::npos);
   std::string cut = makeArchive(192, "\xaf").substr(0, 100);
   EXPECT_NE(loadBytes(cut).find("短かすぎます（100 < 192）"), std::string::npos);
-  EXPECT_EQ(loadBytes(makeArchive(64, "\xaf" "x")), "Kestrom エラー #3000|" + bad + "338)");
+  EXPECT_EQ(loadBytes(makeArchive(64,
+                                  "\xaf"
+                                  "x")),
+            "Kestrom エラー #3000|" + bad + "338)");
   EXPECT_EQ(loadBytes(makeArchive(64, "\x42")), "Kestrom エラー #3000|" + bad + "242)");
-  EXPECT_EQ(loadBytes(makeArchive(64, std::string("\xa2\x00\x42", 3))), "Kestrom エラー #3000|" + bad + "263)");
+  EXPECT_EQ(loadBytes(makeArchive(64, std::string("\xa2\x00\x42", 3))),
+            "Kestrom エラー #3000|" + bad + "263)");
   // A version whose size difference is odd: 0 - 1 = -1.
   EXPECT_EQ(loadBytes(makeArchive(64, std::string("\xa2\x00\xa4\x00\x00\x00\x03\x00\xae\xaf", 10))),
             "Kestrom エラー #3000|" + bad + "425)");

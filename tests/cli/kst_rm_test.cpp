@@ -20,7 +20,8 @@ class KstRmTest : public testing::Test {
   KstRmTest() : archive(dir.file("r.kst")), src(dir.file("src")), settings(dir.file("none.ini")) {
     for (int v = 0; v < 4; v++) {
       std::string text;
-      for (int l = 0; l < 200; l++) text += "line " + std::to_string(l) + (l == 50 * v ? " changed\n" : "\n");
+      for (int l = 0; l < 200; l++)
+        text += "line " + std::to_string(l) + (l == 50 * v ? " changed\n" : "\n");
       versions.push_back(text);
       put("d/f.txt", text, v);
       put("d/other.txt", "other " + std::to_string(v / 2) + " stays the same for a while\n", v / 2);
@@ -77,7 +78,8 @@ TEST_F(KstRmTest, OneVersionThenTheSelectedOnesThenTheItem) {
   EXPECT_EQ(kst({"rm", archive.ptr, "/src/d"}).status, 0);
   KstResult listing = kst({"ls", archive.ptr, "/src"});
   ASSERT_EQ(listing.status, 0);
-  for (const std::string& line : LinesOf(listing.out)) EXPECT_NE(line.substr(0, line.find(' ')), "d");
+  for (const std::string& line : LinesOf(listing.out))
+    EXPECT_NE(line.substr(0, line.find(' ')), "d");
   EXPECT_EQ(kst({"check", archive.ptr}).status, 0);
 }
 

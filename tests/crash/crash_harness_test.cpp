@@ -77,7 +77,7 @@ std::string digest(const char* archivePath, const char* workFolder) {
 }
 
 struct RunResult {
-  int markers = 0;     // apply points passed before the end or the kill
+  int markers = 0;  // apply points passed before the end or the kill
   bool killed = false;
   int status = -1;
 };
@@ -150,13 +150,17 @@ class CrashHarness : public testing::Test {
     src = dir.file("src");
     for (int i = 0; i < 6; i++) {
       std::string text;
-      for (int l = 0; l < 300; l++) text += "file " + std::to_string(i) + " line " + std::to_string(l) + "\n";
+      for (int l = 0; l < 300; l++)
+        text += "file " + std::to_string(i) + " line " + std::to_string(l) + "\n";
       writeAll(srcFile(i).c_str(), text);
     }
     writeAll((std::string(src.ptr) + "/日本語/表.txt").c_str(), "double-byte names survive too\n");
   }
 
-  std::string srcFile(int i) const { return std::string(src.ptr) + "/dir" + std::to_string(i % 2) + "/f" + std::to_string(i) + ".txt"; }
+  std::string srcFile(int i) const {
+    return std::string(src.ptr) + "/dir" + std::to_string(i % 2) + "/f" + std::to_string(i) +
+           ".txt";
+  }
 
   std::vector<std::string> command_(const char* program, const char* arc,
                                     std::vector<std::string> rest) {
@@ -192,7 +196,10 @@ TEST_F(CrashHarness, EveryKillLeavesBeforeOrAfter) {
         break;
       }
       case 1:
-        command = {"rm", "/src/dir" + std::to_string(gen() % 2) + "/f" + std::to_string(gen() % 3 * 2 + i % 2) + ".txt", "-v", "1"};
+        command = {"rm",
+                   "/src/dir" + std::to_string(gen() % 2) + "/f" +
+                       std::to_string(gen() % 3 * 2 + i % 2) + ".txt",
+                   "-v", "1"};
         break;
       case 2:
         command = {"mkdir", "/src/made" + std::to_string(i)};
@@ -209,8 +216,10 @@ TEST_F(CrashHarness, EveryKillLeavesBeforeOrAfter) {
     std::string after = digest(scratch.ptr, work.ptr);
     // Most kills land on an apply point; some at a random moment.
     RunResult cut = i % 5 == 4 || full.markers == 0
-                  ? runProgram(command_(crashing, archive.ptr, command), -1, 1000 + static_cast<int>(gen() % 60000))
-                  : runProgram(command_(crashing, archive.ptr, command), 1 + static_cast<int>(gen() % full.markers), 0);
+                        ? runProgram(command_(crashing, archive.ptr, command), -1,
+                                     1000 + static_cast<int>(gen() % 60000))
+                        : runProgram(command_(crashing, archive.ptr, command),
+                                     1 + static_cast<int>(gen() % full.markers), 0);
     if (cut.markers > 0 && cut.killed) insideApply++;
     std::string now = digest(archive.ptr, work.ptr);
     bool ok = now == before || now == after;
@@ -222,9 +231,10 @@ TEST_F(CrashHarness, EveryKillLeavesBeforeOrAfter) {
     if (now == after && before != after) afterCount++;
     EXPECT_EQ(FExists(LStr(archive).append("-journal").ptr), kExistsNone) << i;
   }
-  std::printf("%d of %d kills left the archive before or after the command "
-              "(%d inside the apply step; %d before, %d after)\n",
-              survived, kills, insideApply, beforeCount, afterCount);
+  std::printf(
+      "%d of %d kills left the archive before or after the command "
+      "(%d inside the apply step; %d before, %d after)\n",
+      survived, kills, insideApply, beforeCount, afterCount);
   EXPECT_EQ(survived, kills);
 }
 #endif

@@ -80,7 +80,9 @@ TEST(LStr, CaseChangesStepOverDoubleByteCharacters) {
 }
 
 TEST(LStr, PopCharactersJoinDoubleBytes) {
-  LStr s("\x93\xfa" "a\x96\x7b");  // 日 a 本
+  LStr s(
+      "\x93\xfa"
+      "a\x96\x7b");  // 日 a 本
   EXPECT_EQ(s.popFirstChar(false), 0x93fa);
   EXPECT_EQ(s.popLastChar(false), 0x967b);
   EXPECT_EQ(s.popLastChar(true), 0x967b);

@@ -16,8 +16,8 @@ TEST(RangeOptions, OpenEndsBlanksAndUnits) {
   EXPECT_EQ((*sizes)[0]->value, INT32_MAX);  // "10K-": ten kilobytes and above
   EXPECT_EQ((*sizes)[1]->key, INT32_MIN);    // "-5": up to five
   EXPECT_EQ((*sizes)[1]->value, 5);
-  EXPECT_EQ((*sizes)[2]->key, 1);            // blanks around members
-  EXPECT_EQ((*sizes)[2]->value, 3071);       // a unit on the high end reaches to its end
+  EXPECT_EQ((*sizes)[2]->key, 1);       // blanks around members
+  EXPECT_EQ((*sizes)[2]->value, 3071);  // a unit on the high end reaches to its end
   EXPECT_EQ((*sizes)[3]->key, 7);
   EXPECT_EQ((*sizes)[3]->value, 7);
   EXPECT_EQ(rec->entries.count, 0);

@@ -261,8 +261,9 @@ TEST_F(AddTest, FolderSuffixAndTargetRules) {
   TCond cond;
   cond.Parse();
   EXPECT_THROW(FCmdAdd(fileAt("dir", "f.txt"), paths, &cond, options), int);
-  EXPECT_NE(std::string(recorder->boxes.last()->ptr).find("フォルダをファイルに追加することはできません"),
-            std::string::npos);
+  EXPECT_NE(
+      std::string(recorder->boxes.last()->ptr).find("フォルダをファイルに追加することはできません"),
+      std::string::npos);
 }
 
 TEST_F(AddTest, NamesThatWouldLeaveTheDestinationAreRefused) {

@@ -17,7 +17,6 @@
 #include "store/cond.h"
 #include "store/delete_command.h"
 #include "store/version_io.h"
-#include "store/version_io.h"
 #include "store/work_set.h"
 #include "support/archive_fixture.h"
 
@@ -165,15 +164,18 @@ TEST_F(DamagedArchiveTest, EveryDamageEndsInItsFailure) {
       {"freeHead not aligned", [this](std::string& b) { setI32(b, 12, freeHead + 4); }, 339},
       {"freeHead at the footer", [t](std::string& b) { setI32(b, 12, t); }, 339},
       {"free extent of size 0", [this](std::string& b) { setI32(b, freeHead, 0); }, 339},
-      {"free extent past the footer", [this](std::string& b) { setI32(b, freeHead, 1 << 30); }, 339},
+      {"free extent past the footer", [this](std::string& b) { setI32(b, freeHead, 1 << 30); },
+       339},
       {"free chain loops", [this](std::string& b) { setI32(b, freeHead + 4, freeHead); }, 339},
       {"free chain goes up", [t, this](std::string& b) { setI32(b, freeHead + 4, t - 64); }, 339},
       {"bad tag among folders", [t](std::string& b) { b[b.size() - 1] = '\x42'; }, 242},
       {"string length too large", [t](std::string& b) { b[t + 1] = '\x7f'; }, 312},
       {"number with stray tag bits", [t](std::string& b) { b[t + 1] = '\xf3'; }, 309},
       {"number of no form", [t](std::string& b) { b[t + 1] = '\xfa'; }, 312},
-      {"name beyond the string table", [t](std::string& b) { b[treeStart(b, t) + 1] = '\x7f'; }, 340},
-      {"segment length past the footer", [this](std::string& b) { setI32(b, newest, 1 << 30); }, 895},
+      {"name beyond the string table", [t](std::string& b) { b[treeStart(b, t) + 1] = '\x7f'; },
+       340},
+      {"segment length past the footer", [this](std::string& b) { setI32(b, newest, 1 << 30); },
+       895},
       {"segment too short for its head", [this](std::string& b) { setI32(b, newest, 4); }, 895},
       {"segment chain loops", [this](std::string& b) { setI32(b, newest + 4, newest); }, 895},
       {"next segment in the header", [this](std::string& b) { setI32(b, newest + 4, 8); }, 895},

@@ -202,5 +202,6 @@ TEST_F(VersionIoTest, SourceThatChangedSizeIsAReadError) {
   FWorkSet()->NewInfo(ver)->srcPath = new LStr(source);
   file->addChild(ver);
   EXPECT_THROW(ver->Hold(), int);
-  EXPECT_NE(std::string(recorder->boxes.last()->ptr).find("の読み出しエラーです"), std::string::npos);
+  EXPECT_NE(std::string(recorder->boxes.last()->ptr).find("の読み出しエラーです"),
+            std::string::npos);
 }
