@@ -1,7 +1,8 @@
 // LIoFile: the buffered file, an LSrm over an LFile that it owns. The file is
 // opened by the constructor (with the break signal held off while writing);
-// isOpen() tells whether that worked. The destructor writes the buffer out,
-// flushes and closes the file.
+// isOpen() tells whether that worked. The destructor writes the buffer out to
+// the system and closes the file; flush() also asks the system to put the
+// data on the disk, for what must survive a crash.
 #pragma once
 
 #include <cstdint>
