@@ -28,6 +28,9 @@ struct Damage {
   // The number in the box the load or a read must end in; 0 when the
   // archive must still read correctly.
   int number;
+  // Where the lengths of the numbers decide which structure notices first,
+  // the other number that may come.
+  int alternative = -1;
 };
 
 class DamagedArchiveTest : public ArchiveTest {
@@ -151,7 +154,7 @@ TEST_F(DamagedArchiveTest, EveryDamageEndsInItsFailure) {
       {"cut at the footer", [t](std::string& b) { b.resize(t); }, 242},
       {"cut in the string table", [t](std::string& b) { b.resize(t + 3); }, 312},
       {"cut before the end tag", [](std::string& b) { b.resize(b.size() - 1); }, 242},
-      {"cut in the last version", [](std::string& b) { b.resize(b.size() - 4); }, 312},
+      {"cut in the last version", [](std::string& b) { b.resize(b.size() - 4); }, 312, 263},
       {"byte behind the footer", [](std::string& b) { b += '\0'; }, 338},
       {"wrong magic", [](std::string& b) { b[0] = 'k'; }, 2000},
       {"magic without its NUL", [](std::string& b) { b[3] = 'X'; }, 2000},
@@ -188,10 +191,9 @@ TEST_F(DamagedArchiveTest, EveryDamageEndsInItsFailure) {
     std::string bytes = good;
     damage.apply(bytes);
     int got = tryDamaged(bytes);
-    if (damage.number == 0)
-      EXPECT_EQ(got, 0) << damage.what;
-    else
+    if (got != damage.alternative) {
       EXPECT_EQ(got, damage.number) << damage.what;
+    }
     EXPECT_NE(got, -1) << damage.what << ": " << recorder->boxes.last()->ptr;
     FNewWorkSet();
   }
