@@ -123,6 +123,10 @@ void FSortForDisplay(LArrOf<TRec*>& records) {
 
 bool FCheckNewName(const TRecF* parent, const char* name, const TRec* renaming) {
   if (name == nullptr || *name == 0) return false;
+  // A record renamed to its own name in other letter cases is no clash.
+  TRec* existing = parent->findChild(name);
+  if (existing != nullptr && existing != renaming)
+    FError(kMsgErrorBox, "項目 '%s' はすでに存在します", name);
   const char* forbidden = "\\/:;,*?\"<>|";
   for (int32_t i = 0; name[i] != 0; i++) {
     unsigned char c = static_cast<unsigned char>(name[i]);
@@ -135,8 +139,5 @@ bool FCheckNewName(const TRecF* parent, const char* name, const TRec* renaming) 
       if (c == static_cast<unsigned char>(*f))
         FError(kMsgErrorBox, "文字 '%c' は使用できません", c);
   }
-  TRec* existing = parent->findChild(name);
-  if (existing != nullptr && existing != renaming)
-    FError(kMsgErrorBox, "項目 '%s' はすでに存在します", name);
   return true;
 }
