@@ -29,6 +29,9 @@ cmake --build --preset windows
 # milliseconds instead of seconds.
 wineserver -p 2>/dev/null || true  # one may be running already
 trap 'wineserver -k >/dev/null 2>&1 || true' EXIT
+# Wine's own services start with its first program and live as long as the
+# server; started here, they do not hold ctest's output pipes open.
+"$here/wine-run" cmd /c exit >/dev/null 2>&1 </dev/null || true
 ctest --preset windows
 
 echo "== fuzz targets (short run)"
