@@ -10,6 +10,7 @@
 
 #include "archive/archive.h"
 #include "archive/folder_host.h"
+#include "fuzz/fuzz_support.h"
 #include "lib/io_file.h"
 #include "lib/msg.h"
 #include "lib/sys.h"
@@ -67,7 +68,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     FLoadArchive((archive->setPath(path.ptr), *archive));
     FCheckArchive(*archive, ignoreFault, nullptr);
   } catch (int code) {
-    if (code != 2) __builtin_trap();
+    check(code == 2);
   }
   delete archive;
   FSetArchive(nullptr);

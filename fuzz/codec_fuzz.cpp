@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "fuzz/fuzz_support.h"
 #include "lib/mem_stream.h"
 #include "lib/msg.h"
 #include "store/codec_settings.h"
@@ -24,17 +25,6 @@ enum : uint8_t {
   kSwitchEncode = 0x02,      // the rest is a version to round-trip
   kSwitchSmallSteps = 0x04,  // coarse and gap settings that make many passes
 };
-
-// Damaged tokens are expected here by the thousand.
-class SilentReporter : public LMsg {
- public:
-  void output(int, const char*, const char*, const char*) override {}
-  int showBox(char, const char*, const char*) override { return 1; }
-};
-
-void check(bool condition) {
-  if (!condition) __builtin_trap();
-}
 
 void expandTokens(const uint8_t* tokens, int32_t tokenLen, int32_t outCap, const uint8_t* reference,
                   int32_t referenceLen) {

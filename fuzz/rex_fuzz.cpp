@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "fuzz/fuzz_support.h"
 #include "lib/msg.h"
 #include "lib/ustr.h"
 #include "rex/parse.h"
@@ -24,17 +25,6 @@ enum : uint8_t {
   kSwitchEscaped = 0x10,
   kSwitchReplace = 0x20,
 };
-
-// Parse faults are expected here by the thousand.
-class SilentReporter : public LMsg {
- public:
-  void output(int, const char*, const char*, const char*) override {}
-  int showBox(char, const char*, const char*) override { return 1; }
-};
-
-void check(bool condition) {
-  if (!condition) __builtin_trap();
-}
 
 void searchEverywhere(URex* rex, const UStr& text, int32_t flags) {
   int32_t length;
