@@ -3,23 +3,9 @@
 #include <string>
 
 #include "app/app.h"
-#include "lib/io_file.h"
+#include "support/file_bytes.h"
 #include "support/recorder.h"
 #include "support/temp_dir.h"
-
-namespace {
-std::string readAll(const char* path) {
-  LIoFile file(path, 'r', true);
-  LStr text;
-  file.readAll(text);
-  return std::string(text.ptr, text.length);
-}
-
-void writeAll(const char* path, const std::string& text) {
-  LIoFile file(path, 'w', true);
-  file.write(text.data(), static_cast<int32_t>(text.size()));
-}
-}  // namespace
 
 TEST(Settings, MissingFileKeepsTheDefaults) {
   TestTempDir dir;
@@ -52,7 +38,7 @@ TEST(Settings, SavedFileHasEveryKeyInOrderAndReadsBackEqual) {
   app.skipEquF = 0;
   FSaveSettings(app, path.ptr);
 
-  std::string text = readAll(path.ptr);
+  std::string text = TestReadFile(path.ptr);
   EXPECT_EQ(text.rfind("; Kestrom 1.14 設定ファイル\r\n", 0), 0u);
   const char* keys[] = {"rcMain",    "leftWidth",  "fcols",           "vcols",      "scols",
                         "fcolsAll",  "vcolsAll",   "scolsAll",        "lvMode",     "checkInF",
@@ -86,9 +72,9 @@ TEST(Settings, SavedFileHasEveryKeyInOrderAndReadsBackEqual) {
 TEST(Settings, BadLinesCostOnlyTheirKey) {
   TestTempDir dir;
   LStr path = dir.file("bad.ini");
-  writeAll(path.ptr,
-           "; comment\r\nleftWidth=250\r\nnoSuchKey=1\r\n; between\r\nfcols=()\r\n"
-           "rcMain=(5000,10,800,600)\r\nmemItemNum=7\r\n");
+  TestWriteFile(path.ptr,
+                "; comment\r\nleftWidth=250\r\nnoSuchKey=1\r\n; between\r\nfcols=()\r\n"
+                "rcMain=(5000,10,800,600)\r\nmemItemNum=7\r\n");
   RecorderScope rec;
   TApp app;
   FLoadSettings(app, path.ptr);

@@ -66,7 +66,7 @@ class WorkerTest : public ArchiveTest {
     archive->loadArchive(dir.file("w.kst").ptr, false, false);
     addFile(archive->root, "kept", 2, 100);
     commit();
-    before = readFile(archive->path.ptr);
+    before = TestReadFile(archive->path.ptr);
   }
   ~WorkerTest() override {
     FSetWorkerUi(nullptr);
@@ -99,7 +99,7 @@ TEST_F(WorkerTest, FailedCommandEndsWithTwoAndAReload) {
   EXPECT_EQ(FBusy(0), 0);
   EXPECT_FALSE(TestCommand::alive);
   EXPECT_EQ(archive->root->childCount(), 1);  // reloaded: the half add is gone
-  EXPECT_TRUE(readFile(archive->path.ptr) == before);
+  EXPECT_TRUE(TestReadFile(archive->path.ptr) == before);
   EXPECT_EQ(ui.finished, 0);
 }
 
@@ -154,7 +154,7 @@ TEST_F(WorkerTest, StopAnsweredYesThrowsOneAndLeavesTheArchive) {
   ASSERT_EQ(ui.completed.wait(10000), 0);
   FCompleteCommand();
   EXPECT_STREQ(ui.status.ptr, "中止しました");
-  EXPECT_TRUE(readFile(archive->path.ptr) == before);
+  EXPECT_TRUE(TestReadFile(archive->path.ptr) == before);
   EXPECT_EQ(archive->root->childCount(), 1);
 }
 

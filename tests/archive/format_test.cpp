@@ -32,7 +32,7 @@ class LoadTest : public ArchiveTest {
   // "" when the load succeeded.
   std::string loadBytes(const std::string& bytes) {
     LStr path = dir.file("bad.kst");
-    writeFile(path.ptr, bytes);
+    TestWriteFile(path.ptr, bytes);
     archive->setPath(path.ptr);
     try {
       FLoadArchive(*archive);
@@ -48,7 +48,7 @@ class LoadTest : public ArchiveTest {
 TEST_F(ArchiveTest, NewArchiveIsHeaderAndEndTag) {
   LStr path = dir.file("new.kst");
   archive->loadArchive(path.ptr, false, false);
-  std::string bytes = readFile(path.ptr);
+  std::string bytes = TestReadFile(path.ptr);
   ASSERT_EQ(bytes.size(), 65u);
   EXPECT_EQ(bytes.substr(0, 8), std::string("Kst\0"
                                             "004\0",
@@ -103,7 +103,7 @@ TEST_F(ArchiveTest, TreeSurvivesCommitAndReloadByteForByte) {
   addFile(docs, "Big", 2, 5000);
   archive->root->addFolder("early")->time = -2000000000;
   commit(7);
-  std::string first = readFile(path.ptr);
+  std::string first = TestReadFile(path.ptr);
   EXPECT_EQ(FGetI32(first.data() + 16), 7);
 
   archive->reloadArchive();
@@ -130,7 +130,7 @@ TEST_F(ArchiveTest, TreeSurvivesCommitAndReloadByteForByte) {
   archive->treeDirty = 1;
   archive->closeArchive(false, true);
   archive->loadArchive(path.ptr, false, false);
-  std::string second = readFile(path.ptr);
+  std::string second = TestReadFile(path.ptr);
   EXPECT_EQ(second.size(), first.size());
   EXPECT_EQ(second.substr(64), first.substr(64));
   EXPECT_EQ(FGetI32(second.data() + 16), 0);  // a commit without an add writes 0
@@ -142,7 +142,7 @@ TEST_F(ArchiveTest, FreedNeighboursMergeAndTheTailShrinksTheFile) {
   TFile* file = addFile(archive->root, "f", 4, 100);  // four blocks of 128 bytes
   commit();
   EXPECT_EQ(archive->treePos, 64 + 4 * 128);
-  int64_t before = readFile(path.ptr).size();
+  int64_t before = TestReadFile(path.ptr).size();
 
   // The first two blocks, side by side, become one hole.
   archive->beginUpdate();
@@ -154,7 +154,7 @@ TEST_F(ArchiveTest, FreedNeighboursMergeAndTheTailShrinksTheFile) {
   ASSERT_EQ(archive->freeList.count, 2);
   EXPECT_EQ(archive->freeList[1]->pos, 64);
   EXPECT_EQ(archive->freeList[1]->size, 256);
-  std::string bytes = readFile(path.ptr);
+  std::string bytes = TestReadFile(path.ptr);
   EXPECT_EQ(FGetI32(bytes.data() + 12), 64);   // freeHead
   EXPECT_EQ(FGetI32(bytes.data() + 64), 256);  // size of the one extent
   EXPECT_EQ(FGetI32(bytes.data() + 68), 0);    // and no next
@@ -165,7 +165,7 @@ TEST_F(ArchiveTest, FreedNeighboursMergeAndTheTailShrinksTheFile) {
   file->version(1)->unlinkAndDestroy();
   commit();
   EXPECT_EQ(archive->treePos, 64 + 3 * 128);
-  EXPECT_LT(static_cast<int64_t>(readFile(path.ptr).size()), before - 100);
+  EXPECT_LT(static_cast<int64_t>(TestReadFile(path.ptr).size()), before - 100);
 
   archive->reloadArchive();
   ASSERT_EQ(archive->freeList.count, 2);
@@ -192,7 +192,7 @@ TEST_F(ArchiveTest, SegmentInAHoleLeavesTheRestInTheChain) {
   ASSERT_EQ(archive->freeList.count, 2);
   EXPECT_EQ(archive->freeList[1]->pos, 64 + 128);
   EXPECT_EQ(archive->freeList[1]->size, 1024 - 128);
-  std::string bytes = readFile(path.ptr);
+  std::string bytes = TestReadFile(path.ptr);
   EXPECT_EQ(FGetI32(bytes.data() + 64), 112);  // length without the fill
   EXPECT_EQ(bytes.substr(64 + 112, 16), std::string(16, '\0'));
 
@@ -203,7 +203,7 @@ TEST_F(ArchiveTest, SegmentInAHoleLeavesTheRestInTheChain) {
   commit();
   EXPECT_EQ(big->dataPos, 192);
   EXPECT_EQ(archive->freeList.count, 1);
-  bytes = readFile(path.ptr);
+  bytes = TestReadFile(path.ptr);
   int32_t next = FGetI32(bytes.data() + 192 + 4);
   EXPECT_GE(next, 1088 + 64);
   EXPECT_EQ(FGetI32(bytes.data() + 192), 896);  // the hole, full
@@ -230,7 +230,7 @@ TEST_F(ArchiveTest, FailedCommandLeavesTheFileAndReloadRestoresTheTree) {
   archive->loadArchive(path.ptr, false, false);
   addFile(archive->root, "kept", 2, 300);
   commit();
-  std::string before = readFile(path.ptr);
+  std::string before = TestReadFile(path.ptr);
 
   try {
     addFile(archive->root, "lost", 2, 300);
@@ -239,7 +239,7 @@ TEST_F(ArchiveTest, FailedCommandLeavesTheFileAndReloadRestoresTheTree) {
   } catch (int) {
     archive->reloadArchive();
   }
-  EXPECT_TRUE(readFile(path.ptr) == before);
+  EXPECT_TRUE(TestReadFile(path.ptr) == before);
   EXPECT_EQ(archive->root->childCount(), 1);
   EXPECT_EQ(archive->update, nullptr);
   EXPECT_FALSE(FExists(dir.file("kst-#update.tmp").ptr));
@@ -250,7 +250,7 @@ TEST_F(ArchiveTest, ArchiveThatCannotBeWrittenFailsOnlyAtApply) {
   archive->loadArchive(path.ptr, false, false);
   addFile(archive->root, "f", 1, 10);
   commit();
-  std::string before = readFile(path.ptr);
+  std::string before = TestReadFile(path.ptr);
   // Another writer holds the file: reading goes on, writing is refused.
   LIoFile other(path.ptr, 'a', true);
   ASSERT_TRUE(other.isOpen());
@@ -268,19 +268,20 @@ TEST_F(ArchiveTest, ArchiveThatCannotBeWrittenFailsOnlyAtApply) {
   other.close();
   archive->discardUpdate();
   archive->reloadArchive();
-  EXPECT_TRUE(readFile(path.ptr) == before);
+  EXPECT_TRUE(TestReadFile(path.ptr) == before);
   EXPECT_EQ(archive->root->childCount(), 1);
 }
 
 TEST_F(ArchiveTest, NotAnArchiveFallsBackOnTheUntitledOne) {
   LStr path = dir.file("text.txt");
-  writeFile(path.ptr, "just some text that is not an archive at all, long enough to have a header");
+  TestWriteFile(path.ptr,
+                "just some text that is not an archive at all, long enough to have a header");
   archive->loadArchive(path.ptr, true, false);
   EXPECT_TRUE(archive->isUntitled());
   EXPECT_NE(archive->root, nullptr);
   EXPECT_STREQ(host.removed.ptr, FFullPath(path.ptr).ptr);
   EXPECT_NE(std::string(recorder->boxes[0]->ptr).find("#2000|"), std::string::npos);
-  EXPECT_EQ(readFile(dir.file("無題").ptr).size(), 65u);
+  EXPECT_EQ(TestReadFile(dir.file("無題").ptr).size(), 65u);
 }
 
 TEST_F(ArchiveTest, CrashWhileWritingTheUpdateLeavesTheArchive) {
@@ -288,7 +289,7 @@ TEST_F(ArchiveTest, CrashWhileWritingTheUpdateLeavesTheArchive) {
   archive->loadArchive(path.ptr, false, false);
   addFile(archive->root, "f", 2, 4000);
   commit();
-  std::string before = readFile(path.ptr);
+  std::string before = TestReadFile(path.ptr);
   // The child writes half a command's blocks and dies without cleaning up.
   EXPECT_EXIT(
       {
@@ -297,7 +298,7 @@ TEST_F(ArchiveTest, CrashWhileWritingTheUpdateLeavesTheArchive) {
         SysExitProcess(9);
       },
       testing::ExitedWithCode(9), "");
-  EXPECT_TRUE(readFile(path.ptr) == before);
+  EXPECT_TRUE(TestReadFile(path.ptr) == before);
   archive->reloadArchive();
   EXPECT_EQ(archive->root->childCount(), 1);
 }
@@ -307,7 +308,7 @@ TEST_F(ArchiveTest, PositionsPastTwoGigabytesAreRefusedBeforeAnythingIsWritten) 
   archive->loadArchive(path.ptr, false, false);
   addFile(archive->root, "f", 1, 100);
   commit();
-  std::string before = readFile(path.ptr);
+  std::string before = TestReadFile(path.ptr);
   // As if the archive had grown to the edge of what positions can hold.
   archive->freeList[0]->pos = 2147483584;
   TVer* ver = new TVer;
@@ -320,5 +321,5 @@ TEST_F(ArchiveTest, PositionsPastTwoGigabytesAreRefusedBeforeAnythingIsWritten) 
   archive->root->addFolder(std::string(100, 'n').c_str());
   EXPECT_THROW(commit(), int);
   archive->reloadArchive();
-  EXPECT_TRUE(readFile(path.ptr) == before);
+  EXPECT_TRUE(TestReadFile(path.ptr) == before);
 }

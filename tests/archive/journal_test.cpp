@@ -25,7 +25,7 @@ class JournalTest : public ArchiveTest {
     FReleaseBlock(*archive, a->version(0)->dataPos, false);
     a->version(0)->unlinkAndDestroy();
     commit();
-    before = readFile(path.ptr);
+    before = TestReadFile(path.ptr);
   }
 
   // Stages a command's update (new blocks, free chain, header, footer) and
@@ -84,7 +84,7 @@ TEST_F(JournalTest, CutAtEveryRecordRollsBackToTheArchiveBefore) {
     crashAfter(cut);
     reopen();
     EXPECT_EQ(FExists(journal.ptr), kExistsNone) << cut;
-    EXPECT_TRUE(readFile(path.ptr) == before) << "cut after record " << cut;
+    EXPECT_TRUE(TestReadFile(path.ptr) == before) << "cut after record " << cut;
     EXPECT_EQ(archive->root->childCount(), 1);
     stageUpdate();
   }
@@ -109,7 +109,7 @@ TEST_F(JournalTest, UpdateThatShortensTheFileRollsBackItsTail) {
       out.truncate(newEnd);  // as the apply ends the file
     }
     reopen();
-    EXPECT_TRUE(readFile(path.ptr) == before) << "cut after record " << cut;
+    EXPECT_TRUE(TestReadFile(path.ptr) == before) << "cut after record " << cut;
     a = static_cast<TFile*>(archive->root->findChild("a"));
     archive->beginUpdate();
     last = a->version(a->childCount() - 1);
@@ -123,19 +123,19 @@ TEST_F(JournalTest, UpdateThatShortensTheFileRollsBackItsTail) {
 TEST_F(JournalTest, IncompleteJournalMeansTheArchiveWasNeverTouched) {
   stageUpdate();
   crashAfter(0);
-  std::string bytes = readFile(journal.ptr);
+  std::string bytes = TestReadFile(journal.ptr);
   for (size_t keep : {size_t{0}, size_t{7}, bytes.size() / 2, bytes.size() - 1}) {
-    writeFile(journal.ptr, bytes.substr(0, keep));
+    TestWriteFile(journal.ptr, bytes.substr(0, keep));
     reopen();
     EXPECT_EQ(FExists(journal.ptr), kExistsNone);
-    EXPECT_TRUE(readFile(path.ptr) == before);
+    EXPECT_TRUE(TestReadFile(path.ptr) == before);
   }
   // A flipped byte fails the checksum the same way.
   std::string flipped = bytes;
   flipped[flipped.size() / 2] ^= 0x40;
-  writeFile(journal.ptr, flipped);
+  TestWriteFile(journal.ptr, flipped);
   reopen();
-  EXPECT_TRUE(readFile(path.ptr) == before);
+  EXPECT_TRUE(TestReadFile(path.ptr) == before);
 }
 
 TEST_F(JournalTest, SuccessfulApplyLeavesNoJournal) {
@@ -150,7 +150,7 @@ TEST_F(JournalTest, SuccessfulApplyLeavesNoJournal) {
 TEST_F(JournalTest, LiveWriterElsewhereIsNeverRolledBack) {
   stageUpdate();
   crashAfter(2);
-  std::string halfway = readFile(path.ptr);
+  std::string halfway = TestReadFile(path.ptr);
   {
     LIoFile writer(path.ptr, 'a', true);  // another process applying
     archive->discardUpdate();
@@ -161,8 +161,8 @@ TEST_F(JournalTest, LiveWriterElsewhereIsNeverRolledBack) {
     EXPECT_NE(std::string(recorder->boxes.last()->ptr).find("他のプロセスが更新中です"),
               std::string::npos);
     EXPECT_EQ(FExists(journal.ptr), kExistsFile);
-    EXPECT_TRUE(readFile(path.ptr) == halfway);
+    EXPECT_TRUE(TestReadFile(path.ptr) == halfway);
   }
   reopen();
-  EXPECT_TRUE(readFile(path.ptr) == before);
+  EXPECT_TRUE(TestReadFile(path.ptr) == before);
 }

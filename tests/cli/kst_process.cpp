@@ -5,10 +5,10 @@
 #include <cstdio>
 
 #include "lib/convert.h"
-#include "lib/io_file.h"
 #include "lib/lstr.h"
 #include "lib/sys_terminal.h"
 #include "lib/utf8.h"
+#include "support/file_bytes.h"
 
 #ifdef _WIN32
 #include <io.h>
@@ -38,18 +38,6 @@ std::string fromLocale(const std::string& bytes) {
   LStr text;
   FToLStr(wide.ptr, wide.length, text);
   return std::string(text.ptr, text.length);
-}
-
-std::string readAll(const LStr& path) {
-  LIoFile file(path.ptr, 'r', false);
-  LStr bytes;
-  if (file.isOpen()) file.readAll(bytes);
-  return std::string(bytes.ptr, bytes.length);
-}
-
-void writeAll(const LStr& path, const std::string& bytes) {
-  LIoFile file(path.ptr, 'w', true);
-  file.write(bytes.data(), static_cast<int32_t>(bytes.size()));
 }
 
 LStr pathIn(const char* folder, const char* name) {
@@ -151,12 +139,12 @@ KstResult RunKst(const std::vector<std::string>& words, const char* scratch, boo
   LStr in = pathIn(scratch, "stdin.txt");
   LStr out = pathIn(scratch, "stdout.txt");
   LStr err = pathIn(scratch, "stderr.txt");
-  writeAll(in, input);
+  TestWriteFile(in.ptr, input);
   KstResult result;
   result.status = spawn(words, in, out, err);
-  result.rawOut = readAll(out);
+  result.rawOut = TestReadFile(out.ptr);
   if (!binaryOutput) result.out = fromLocale(result.rawOut);
-  result.err = fromLocale(readAll(err));
+  result.err = fromLocale(TestReadFile(err.ptr));
   return result;
 }
 

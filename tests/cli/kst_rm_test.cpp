@@ -11,6 +11,7 @@
 #include "lib/file_util.h"
 #include "lib/io_file.h"
 #include "lib/sys.h"
+#include "support/file_bytes.h"
 #include "support/temp_dir.h"
 
 namespace {
@@ -84,16 +85,10 @@ TEST_F(KstRmTest, OneVersionThenTheSelectedOnesThenTheItem) {
 }
 
 TEST_F(KstRmTest, BadRequestsChangeNothing) {
-  LIoFile before(archive.ptr, 'r', true);
-  LStr bytes;
-  before.readAll(bytes);
-  before.close();
+  std::string before = TestReadFile(archive.ptr);
   EXPECT_EQ(kst({"rm", archive.ptr, "/src/missing"}).status, 1);
   EXPECT_EQ(kst({"rm", archive.ptr, "/src/d", "-v", "1"}).status, 2);
   EXPECT_EQ(kst({"rm", archive.ptr, "/src/d/f.txt", "-v", "9"}).status, 1);
   EXPECT_EQ(kst({"rm", archive.ptr, "/"}).status, 1);
-  LIoFile after(archive.ptr, 'r', true);
-  LStr now;
-  after.readAll(now);
-  EXPECT_TRUE(std::string(now.ptr, now.length) == std::string(bytes.ptr, bytes.length));
+  EXPECT_TRUE(TestReadFile(archive.ptr) == before);
 }

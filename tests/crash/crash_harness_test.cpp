@@ -21,10 +21,10 @@
 #include "archive/archive.h"
 #include "archive/folder_host.h"
 #include "lib/file_util.h"
-#include "lib/io_file.h"
 #include "store/held_buf.h"
 #include "store/version_io.h"
 #include "store/work_set.h"
+#include "support/file_bytes.h"
 #include "support/recorder.h"
 #include "support/temp_dir.h"
 
@@ -125,19 +125,6 @@ RunResult runProgram(const std::vector<std::string>& args, int killAfter, int de
   return run;
 }
 
-std::string readAll(const char* path) {
-  LIoFile file(path, 'r', false);
-  LStr bytes;
-  file.readAll(bytes);
-  return std::string(bytes.ptr, bytes.length);
-}
-
-void writeAll(const char* path, const std::string& bytes) {
-  FMakeDirs(path);
-  LIoFile file(path, 'w', true);
-  file.write(bytes.data(), static_cast<int32_t>(bytes.size()));
-}
-
 class CrashHarness : public testing::Test {
  protected:
   CrashHarness() {
@@ -146,15 +133,16 @@ class CrashHarness : public testing::Test {
     work = dir.file("work");
     SysMakeFolder(work.ptr);
     settings = dir.file("settings.ini");
-    writeAll(settings.ptr, std::string("tmpDirBase=") + dir.path() + "/tmp/\r\n");
+    TestWriteFile(settings.ptr, std::string("tmpDirBase=") + dir.path() + "/tmp/\r\n");
     src = dir.file("src");
     for (int i = 0; i < 6; i++) {
       std::string text;
       for (int l = 0; l < 300; l++)
         text += "file " + std::to_string(i) + " line " + std::to_string(l) + "\n";
-      writeAll(srcFile(i).c_str(), text);
+      TestWriteFile(srcFile(i).c_str(), text);
     }
-    writeAll((std::string(src.ptr) + "/日本語/表.txt").c_str(), "double-byte names survive too\n");
+    TestWriteFile((std::string(src.ptr) + "/日本語/表.txt").c_str(),
+                  "double-byte names survive too\n");
   }
 
   std::string srcFile(int i) const {
@@ -190,8 +178,8 @@ TEST_F(CrashHarness, EveryKillLeavesBeforeOrAfter) {
     switch (i % 4) {
       case 0: {
         int f = static_cast<int>(gen() % 6);
-        std::string text = readAll(srcFile(f).c_str()) + "change " + std::to_string(i) + "\n";
-        writeAll(srcFile(f).c_str(), text);
+        std::string text = TestReadFile(srcFile(f).c_str()) + "change " + std::to_string(i) + "\n";
+        TestWriteFile(srcFile(f).c_str(), text);
         command = {"add", src.ptr};
         break;
       }
@@ -211,7 +199,7 @@ TEST_F(CrashHarness, EveryKillLeavesBeforeOrAfter) {
     std::string before = digest(archive.ptr, work.ptr);
     ASSERT_NE(before, "(failed to open or read)") << i;
     // The state after the command, from an uninterrupted run on a copy.
-    writeAll(scratch.ptr, readAll(archive.ptr));
+    TestWriteFile(scratch.ptr, TestReadFile(archive.ptr));
     RunResult full = runProgram(command_(crashing, scratch.ptr, command), -1, 0);
     std::string after = digest(scratch.ptr, work.ptr);
     // Most kills land on an apply point; some at a random moment.

@@ -40,7 +40,7 @@ class AddTest : public ArchiveTest {
   void put(const char* name, const std::string& bytes, int64_t time = 1600000000) {
     LStr path = srcFile(name);
     FMakeDirs(path.ptr);
-    writeFile(path.ptr, bytes);
+    TestWriteFile(path.ptr, bytes);
     SysTime t = FUnixToFileTime(time);
     SysSetFileTimes(path.ptr, 0, t, t);
   }
@@ -64,7 +64,7 @@ class AddTest : public ArchiveTest {
     LStr path(dest);
     path.append(SysPathSeparator());
     path.append(name);
-    return readFile(path.ptr);
+    return TestReadFile(path.ptr);
   }
 
   struct Counts {
@@ -197,7 +197,7 @@ TEST_F(AddTest, ExtractRestoresBytesAndTimes) {
   LStr out = dir.file("out");
   // An equal file at the destination is overwritten all the same.
   FMakeDirs(LStr(out).append("/x").ptr);
-  writeFile(LStr(out).append(SysPathSeparator()).append("data.bin").ptr, "stale");
+  TestWriteFile(LStr(out).append(SysPathSeparator()).append("data.bin").ptr, "stale");
   LArrOf<TRec*> records;
   records.add(archive->root->findChild("src"));
   TCond cond;
@@ -220,19 +220,19 @@ TEST_F(AddTest, EmptyDestinationUsesTheFirstAddedPath) {
   cond.Parse();
   SysDeleteFile(srcFile("f.txt").ptr);
   FCmdExtract(records, "", &cond, archive->root->findChild("src"));
-  EXPECT_EQ(readFile(srcFile("f.txt").ptr), "text");
+  EXPECT_EQ(TestReadFile(srcFile("f.txt").ptr), "text");
 }
 
 TEST_F(AddTest, FailuresAndStopsLeaveTheArchiveAsItWas) {
   put("a.txt", "a");
   add();
-  std::string before = readFile(archive->path.ptr);
+  std::string before = TestReadFile(archive->path.ptr);
   put("b.txt", "b");
   EXPECT_THROW(add({"b.txt", "missing.txt"}), int);
   EXPECT_NE(std::string(recorder->boxes.last()->ptr).find("missing.txt」が見つかりません"),
             std::string::npos);
   archive->reloadArchive();
-  EXPECT_TRUE(readFile(archive->path.ptr) == before);
+  EXPECT_TRUE(TestReadFile(archive->path.ptr) == before);
 
   FWorkSet()->stopState = kStopNow;
   LStrs paths;
@@ -247,7 +247,7 @@ TEST_F(AddTest, FailuresAndStopsLeaveTheArchiveAsItWas) {
   }
   FNewWorkSet();
   archive->reloadArchive();
-  EXPECT_TRUE(readFile(archive->path.ptr) == before);
+  EXPECT_TRUE(TestReadFile(archive->path.ptr) == before);
   EXPECT_EQ(fileAt("src", "b.txt"), nullptr);
 }
 
@@ -299,7 +299,7 @@ TEST(ExtractNames, UnsafeNamesAreRefused) {
 TEST_F(AddTest, SourceOfTwoGigabytesIsRefused) {
   put("small.txt", "small");
   LStr big = srcFile("big.bin");
-  writeFile(big.ptr, "");
+  TestWriteFile(big.ptr, "");
   ASSERT_EQ(truncate(big.ptr, 2147483648LL), 0);  // sparse: no disk space needed
   EXPECT_THROW(add(), int);
   EXPECT_NE(std::string(recorder->boxes.last()->ptr).find("big.bin のサイズが大きすぎます"),

@@ -28,7 +28,7 @@ class AddedArchiveTest : public ArchiveTest {
     path.append(SysPathSeparator());
     path.append(name);
     FMakeDirs(path.ptr);
-    writeFile(path.ptr, bytes);
+    TestWriteFile(path.ptr, bytes);
     SysTime t;
     FFromUnixTime(time, t);
     SysSetFileTimes(path.ptr, 0, t, t);

@@ -46,10 +46,10 @@ class CheckTest : public AddedArchiveTest {
   // Changes bytes of the archive file and reads it again; records taken
   // before are gone then.
   void patch(std::initializer_list<std::pair<int32_t, std::string>> edits) {
-    std::string all = readFile(archive->path.ptr);
+    std::string all = TestReadFile(archive->path.ptr);
     for (const auto& edit : edits) all.replace(edit.first, edit.second.size(), edit.second);
     archive->close();
-    writeFile(archive->path.ptr, all);
+    TestWriteFile(archive->path.ptr, all);
     archive->reloadArchive();
   }
   static std::string i32(int32_t value) {
@@ -57,7 +57,7 @@ class CheckTest : public AddedArchiveTest {
     FPutI32(bytes, value);
     return std::string(bytes, 4);
   }
-  int32_t readI32(int32_t pos) { return FGetI32(readFile(archive->path.ptr).data() + pos); }
+  int32_t readI32(int32_t pos) { return FGetI32(TestReadFile(archive->path.ptr).data() + pos); }
   TVer* version(const char* name, int32_t index) {
     const char* names[] = {"src", name, nullptr};
     return static_cast<TFile*>(archive->root->findPath(names))->version(index);
@@ -96,7 +96,7 @@ TEST_F(CheckTest, DamagedContentIsFoundAndTheCheckGoesOn) {
   fill();
   // A byte in the middle of the stored form.
   int32_t pos = version("other.bin", 0)->dataPos + 1000;
-  std::string all = readFile(archive->path.ptr);
+  std::string all = TestReadFile(archive->path.ptr);
   patch({{pos, std::string(1, static_cast<char>(all[pos] ^ 0x5A))}});
   TCheckTotals totals = check();
   EXPECT_GT(totals.faults, 0);

@@ -52,7 +52,7 @@ class DamagedArchiveTest : public ArchiveTest {
     gone.add(archive->root->findPath(names));
     FCmdDelete(gone);  // leaves a hole: the free chain has an entry
     FNewWorkSet();
-    good = readFile(path.ptr);
+    good = TestReadFile(path.ptr);
     treePos = FGetI32(good.data() + kOffsetTreePos);
     freeHead = FGetI32(good.data() + kOffsetFreeHead);
     const char* aName[] = {"src", "a.txt", nullptr};
@@ -65,7 +65,7 @@ class DamagedArchiveTest : public ArchiveTest {
   void put(const char* name, const std::string& bytes, int v) {
     LStr file = dir.file(name);
     FMakeDirs(file.ptr);
-    writeFile(file.ptr, bytes);
+    TestWriteFile(file.ptr, bytes);
     SysTime t = FUnixToFileTime(1600000000 + v * 100);
     SysSetFileTimes(file.ptr, 0, t, t);
   }
@@ -83,7 +83,7 @@ class DamagedArchiveTest : public ArchiveTest {
   // format number of the first failure, 0 for none, -1 for another box.
   int tryDamaged(const std::string& bytes) {
     LStr damaged = dir.file("damaged.kst");
-    writeFile(damaged.ptr, bytes);
+    TestWriteFile(damaged.ptr, bytes);
     size_t boxes = static_cast<size_t>(recorder->boxes.count);
     archive->loadArchive(damaged.ptr, false, false);
     int failure = boxNumber(boxes);

@@ -36,7 +36,7 @@ class DeleteTest : public ArchiveTest {
     LStr source = dir.file(name);
     for (int i = 0; i < count; i++) {
       bytes.replace(gen() % 19000, 10, "version " + std::to_string(i));
-      writeFile(source.ptr, bytes);
+      TestWriteFile(source.ptr, bytes);
       SysTime t = FUnixToFileTime(1600000000 + i * 60);
       SysSetFileTimes(source.ptr, 0, t, t);
       contents[name].push_back(bytes);
@@ -124,8 +124,8 @@ TEST_F(DeleteTest, AllVersionsRemoveTheFileAndAFolderGoesWhole) {
 
   LStr folder = dir.file("tree");
   FMakeDirs(LStr(folder).append("/sub/x").ptr);
-  writeFile(LStr(folder).append("/sub/a.txt").ptr, "some text in a file");
-  writeFile(LStr(folder).append("/b.txt").ptr, "other text in a file");
+  TestWriteFile(LStr(folder).append("/sub/a.txt").ptr, "some text in a file");
+  TestWriteFile(LStr(folder).append("/b.txt").ptr, "other text in a file");
   add(folder.ptr);
   ASSERT_NE(archive->root->findChild("tree"), nullptr);
   remove({archive->root->findChild("tree")});
@@ -157,7 +157,7 @@ TEST_F(DeleteTest, FreedSpaceIsReusedAndTheFileShrinks) {
 
 TEST_F(DeleteTest, FailedDeleteLeavesArchiveAndNoEvacuationFiles) {
   TFile* f = addChain("f", 3);
-  std::string before = readFile(archive->path.ptr);
+  std::string before = TestReadFile(archive->path.ptr);
   // A folder in the way of the update file makes the commit fail after the
   // evacuation files were written.
   LStr update = dir.file("kst-#update.tmp");
@@ -168,6 +168,6 @@ TEST_F(DeleteTest, FailedDeleteLeavesArchiveAndNoEvacuationFiles) {
   EXPECT_EQ(FExists(FEvacPath(0).ptr), kExistsNone);
   FNewWorkSet();
   archive->reloadArchive();
-  EXPECT_TRUE(readFile(archive->path.ptr) == before);
+  EXPECT_TRUE(TestReadFile(archive->path.ptr) == before);
   expectVersions("f", {0, 1, 2});
 }

@@ -30,7 +30,7 @@ class VersionIoTest : public ArchiveTest {
   // against it, then it is stored whole.
   TVer* addVersion(const std::string& bytes, int64_t time, bool dropIfSame = true) {
     LStr source = dir.file(LStr().format("src%d", file->childCount()).ptr);
-    writeFile(source.ptr, bytes);
+    TestWriteFile(source.ptr, bytes);
     TVer* ver = new TVer;
     ver->flags = kVerNew;
     ver->time = time;
@@ -117,7 +117,7 @@ TEST_F(VersionIoTest, SameContentIsDroppedOrMarked) {
 TEST_F(VersionIoTest, EmptyVersionIsOneSegmentWithNoData) {
   int32_t written = addVersion("", 5)->dataPos;
   finish();
-  std::string bytes = readFile(archive->path.ptr);
+  std::string bytes = TestReadFile(archive->path.ptr);
   int32_t pos = file->version(0)->dataPos;
   ASSERT_EQ(pos, written);
   EXPECT_EQ(FGetI32(bytes.data() + pos + 4), 0);  // no next segment
@@ -161,11 +161,11 @@ TEST_F(VersionIoTest, DamageDeepInTheChainStopsEveryOlderRead) {
   for (int i = 0; i < 4; i++) addVersion(base + std::to_string(i), 100 + i);
   finish();
   // Break the newest block: every older version reads through it.
-  std::string bytes = readFile(archive->path.ptr);
+  std::string bytes = TestReadFile(archive->path.ptr);
   int32_t newest = file->version(3)->dataPos;
   FPutI32(&bytes[newest], 0x7fff0000);
   archive->close();
-  writeFile(archive->path.ptr, bytes);
+  TestWriteFile(archive->path.ptr, bytes);
   archive->reloadArchive();
   file = static_cast<TFile*>(archive->root->findChild("data.bin"));
   for (int i = 0; i < 4; i++) {
@@ -180,13 +180,13 @@ TEST_F(VersionIoTest, LoopingParentChainIsAFormatFailure) {
   addVersion(base + "a", 1);
   addVersion(base + "b", 2);
   finish();
-  std::string bytes = readFile(archive->path.ptr);
+  std::string bytes = TestReadFile(archive->path.ptr);
   int32_t older = file->version(0)->dataPos;
   int32_t newest = file->version(1)->dataPos;
   ASSERT_EQ(FGetI32(bytes.data() + older + 8), newest);
   FPutI32(&bytes[newest + 8], older);  // the newest now points back down
   archive->close();
-  writeFile(archive->path.ptr, bytes);
+  TestWriteFile(archive->path.ptr, bytes);
   archive->reloadArchive();
   file = static_cast<TFile*>(archive->root->findChild("data.bin"));
   EXPECT_THROW(rawOf(file->version(0)), int);
@@ -195,7 +195,7 @@ TEST_F(VersionIoTest, LoopingParentChainIsAFormatFailure) {
 
 TEST_F(VersionIoTest, SourceThatChangedSizeIsAReadError) {
   LStr source = dir.file("grows");
-  writeFile(source.ptr, "12345");
+  TestWriteFile(source.ptr, "12345");
   TVer* ver = new TVer;
   ver->flags = kVerNew;
   ver->size = 3;

@@ -1,22 +1,8 @@
 #include "support/archive_fixture.h"
 
-#include <cstdio>
 #include <vector>
 
 #include "archive/update_file.h"
-#include "lib/io_file.h"
-
-std::string ArchiveTest::readFile(const char* path) {
-  LIoFile file(path, 'r', true);
-  LStr bytes;
-  file.readAll(bytes);
-  return std::string(bytes.ptr, bytes.length);
-}
-
-void ArchiveTest::writeFile(const char* path, const std::string& bytes) {
-  LIoFile file(path, 'w', true);
-  file.write(bytes.data(), static_cast<int32_t>(bytes.size()));
-}
 
 void ArchiveTest::writeBlock(TVer* ver, int32_t dataLen, char fill, int32_t keepPos) {
   TUpdateFile& update = archive->update ? *archive->update : archive->beginUpdate();

@@ -9,6 +9,7 @@
 #include "archive/archive.h"
 #include "archive/folder_host.h"
 #include "store/work_set.h"
+#include "support/file_bytes.h"
 #include "support/recorder.h"
 #include "support/temp_dir.h"
 
@@ -36,9 +37,6 @@ class ArchiveTest : public testing::Test {
     FSetArchive(nullptr);
   }
 
-  // The whole content of a file.
-  static std::string readFile(const char* path);
-  static void writeFile(const char* path, const std::string& bytes);
   // Writes a synthetic block for ver (its data `size` bytes of `fill`)
   // through the running update file and stores its position.
   void writeBlock(TVer* ver, int32_t dataLen, char fill, int32_t keepPos = 0);
