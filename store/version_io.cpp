@@ -33,6 +33,8 @@ int64_t timeBack(uint32_t diff, int64_t base) {
 }
 
 struct BlockHead {
+  KST_POOLED_NEW
+  int32_t pos;
   int32_t length;
   int32_t next;
   int32_t parent;
@@ -50,6 +52,7 @@ BlockHead readHead(TArchive& archive, int32_t pos) {
   checkSegment(archive, pos, kFirstSegmentHead, 0);
   archive.seek(pos);
   BlockHead head;
+  head.pos = pos;
   head.length = FReadI32(archive);
   head.next = FReadI32(archive);
   head.parent = FReadI32(archive);
@@ -62,9 +65,9 @@ BlockHead readHead(TArchive& archive, int32_t pos) {
 }
 
 // The stored form of one block: the data of all its segments in order.
-void readStored(TArchive& archive, int32_t pos, const BlockHead& head, LStr& stored) {
+void readStored(TArchive& archive, const BlockHead& head, LStr& stored) {
   archive.seek(head.dataStart);
-  archive.readInto(stored, head.length - (head.dataStart - pos));
+  archive.readInto(stored, head.length - (head.dataStart - head.pos));
   int32_t left = archive.treePos / kAlignment;
   for (int32_t next = head.next; next > 0;) {
     if (--left < 0) FFormatError(kFormatBadBlock);
@@ -135,19 +138,18 @@ void FReadBlock(THeldBuf& result, TArchive& archive, int32_t pos) {
   // The chain from this block up to the newest version, which has no
   // parent. Walked first and decoded from the top down, so that the depth of
   // a chain costs no stack, and a loop is found instead of followed.
-  LInts chain;
+  LArrOf<BlockHead*, LDelete<BlockHead*>> chain;
   LHash seen(LHash::kInts);
-  for (int32_t at = pos; at > 0;) {
+  for (int32_t at = pos; at > 0; at = chain.last()->parent) {
     if (seen.containsInt(at)) FFormatError(kFormatBadBlock);
     seen.addInt(at);
-    chain.add(at);
-    at = readHead(archive, at).parent;
+    chain.add(new BlockHead(readHead(archive, at)));
   }
   THeldBuf reference;
   for (int32_t i = chain.count - 1; i >= 0; i--) {
-    BlockHead head = readHead(archive, chain[i]);
+    const BlockHead& head = *chain[i];
     LStr stored;
-    readStored(archive, chain[i], head, stored);
+    readStored(archive, head, stored);
     THeldView view(reference);
     THeldBuf held;
     FExpandStored(reinterpret_cast<const uint8_t*>(stored.ptr), stored.length, head.rawSize,
