@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(cmake g++ make libgtest-dev libbenchmark-dev googletest
           g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix
-          wine64 xvfb xdotool locales fonts-noto-cjk
+          wine wine64 xvfb xdotool locales fonts-noto-cjk
           clang libclang-rt-14-dev xdelta3 zstd)
 
 missing=()
