@@ -180,12 +180,16 @@ LStr FAddReport(int32_t done, int32_t seen, int32_t created, int32_t skipped) {
     return text;
   }
   text.format("%d/%d 個のファイルを追加しました (", done, seen);
-  if (created != 0) text.format("新規: %d", created);
-  // The separator goes before each later part whether or not a part stands
-  // before it, so with no new files a comma follows the bracket.
-  if (done - created != 0) text.format(", 更新: %d", done - created);
-  if (seen - skipped - done != 0) text.format(", 条件で除外: %d", seen - skipped - done);
-  if (skipped != 0) text.format(", 不変のためスキップ: %d", skipped);
+  const char* separator = "";
+  auto part = [&](const char* label, int32_t count) {
+    if (count == 0) return;
+    text.format("%s%s: %d", separator, label, count);
+    separator = ", ";
+  };
+  part("新規", created);
+  part("更新", done - created);
+  part("条件で除外", seen - skipped - done);
+  part("不変のためスキップ", skipped);
   text.append(')');
   return text;
 }

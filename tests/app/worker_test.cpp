@@ -202,12 +202,12 @@ TEST(AddReport, EveryMixOfParts) {
       FAddReport(3, 10, 1, 4).ptr,
       "3/10 個のファイルを追加しました (新規: 1, 更新: 2, 条件で除外: 3, 不変のためスキップ: 4)");
   EXPECT_STREQ(FAddReport(2, 5, 0, 3).ptr,
-               "2/5 個のファイルを追加しました (, 更新: 2, 不変のためスキップ: 3)");
+               "2/5 個のファイルを追加しました (更新: 2, 不変のためスキップ: 3)");
   EXPECT_STREQ(FAddReport(2, 4, 2, 0).ptr,
                "2/4 個のファイルを追加しました (新規: 2, 条件で除外: 2)");
   EXPECT_STREQ(FAddReport(0, 3, 0, 3).ptr,
-               "0/3 個のファイルを追加しました (, 不変のためスキップ: 3)");
-  EXPECT_STREQ(FAddReport(0, 2, 0, 0).ptr, "0/2 個のファイルを追加しました (, 条件で除外: 2)");
+               "0/3 個のファイルを追加しました (不変のためスキップ: 3)");
+  EXPECT_STREQ(FAddReport(0, 2, 0, 0).ptr, "0/2 個のファイルを追加しました (条件で除外: 2)");
 }
 
 TEST(Progress, StretchedFramesAndTheOverflowGuard) {

@@ -93,7 +93,7 @@ class KstTest : public testing::Test {
     put(kBlob, blob);
     KstResult second = kst({"add", archive.ptr, src.ptr, "--comment", "二回目"});
     ASSERT_EQ(second.status, 0) << second.err;
-    EXPECT_EQ(second.out, "2/6 個のファイルを追加しました (, 更新: 2, 不変のためスキップ: 4)\n");
+    EXPECT_EQ(second.out, "2/6 個のファイルを追加しました (更新: 2, 不変のためスキップ: 4)\n");
     put(kReadme, "third readme\n");
     ASSERT_EQ(kst({"add", archive.ptr, src.ptr}).status, 0);
   }
@@ -377,7 +377,7 @@ TEST_F(KstTest, SettingsAreReadAndNeverWritten) {
   EXPECT_NE(first.err.find("unknown name 'bogus'"), std::string::npos) << first.err;
   put(kReadme, history[kReadme].back());
   KstResult second = kst({"add", archive.ptr, src.ptr});
-  EXPECT_EQ(second.out, "1/6 個のファイルを追加しました (, 更新: 1, 不変のためスキップ: 5)\n");
+  EXPECT_EQ(second.out, "1/6 個のファイルを追加しました (更新: 1, 不変のためスキップ: 5)\n");
   LIoFile file(settings.ptr, 'r', true);
   LStr after;
   file.readAll(after);
