@@ -17,7 +17,11 @@ build="${BUILD:-/tmp/b-cli-rel}"
 tree="$work/tree"
 min_files=5000
 
-command -v zstd >/dev/null || "$repo/scripts/install-deps.sh"
+"$repo/scripts/install-deps.sh"
+. "$repo/scripts/require.sh"
+require cmake:cmake g++:g++ python3:python3 git:git tar:tar zstd:zstd
+corpus_maker="$repo/../shared/bench/make_corpus.py"
+[ -f "$corpus_maker" ] || { echo "the corpus maker is missing: $corpus_maker" >&2; exit 1; }
 cmake -S "$repo" -B "$build" -DCMAKE_BUILD_TYPE=Release -DKST_TESTS=OFF >/dev/null
 cmake --build "$build" --target kst -j2 >/dev/null
 kst_program="$build/cli/kst"
@@ -29,7 +33,7 @@ kst() { "$kst_program" "$1" --settings "$work/none.ini" "${@:2}"; }
 if [ ! -f "$work/tree.done" ]; then
   rm -rf "$work"
   mkdir -p "$tree"
-  python3 /work/shared/bench/make_corpus.py "$seed" "$tree/corpus" >/dev/null
+  python3 "$corpus_maker" "$seed" "$tree/corpus" >/dev/null
   have=$(find "$tree" -type f | wc -l)
   # Names that differ only in case are one name in an archive, as on
   # Windows: only the first of them is taken. awk rather than head, which

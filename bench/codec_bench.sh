@@ -13,18 +13,15 @@ seed="${1:-1}"
 corpus="${CORPUS:-/tmp/kst-codec-corpus-$seed}"
 build="${BUILD:-/tmp/b-codec}"
 
-missing=()
-command -v xdelta3 >/dev/null || missing+=(xdelta3)
-command -v zstd >/dev/null || missing+=(zstd)
-if ((${#missing[@]})); then
-  sudo=""
-  [ "$(id -u)" -eq 0 ] || sudo=sudo
-  $sudo apt-get install -y "${missing[@]}"
-fi
+"$repo/scripts/install-deps.sh"
+. "$repo/scripts/require.sh"
+require cmake:cmake g++:g++ python3:python3 xdelta3:xdelta3 zstd:zstd
+corpus_maker="$repo/../shared/bench/make_corpus.py"
+[ -f "$corpus_maker" ] || { echo "the corpus maker is missing: $corpus_maker" >&2; exit 1; }
 
 if ! grep -q "\"seed\": $seed," "$corpus/manifest.json" 2>/dev/null; then
   rm -rf "$corpus"
-  python3 /work/shared/bench/make_corpus.py "$seed" "$corpus" >/dev/null
+  python3 "$corpus_maker" "$seed" "$corpus" >/dev/null
 fi
 
 cmake -S "$repo" -B "$build" -DCMAKE_BUILD_TYPE=Release -DKST_BENCH=ON -DKST_TESTS=OFF >/dev/null

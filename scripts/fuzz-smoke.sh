@@ -6,6 +6,8 @@
 # The build goes to build/fuzz (or $KST_FUZZ_BUILD).
 set -euo pipefail
 cd "$(dirname "$0")/.."
+. scripts/require.sh
+require cmake:cmake clang++:clang
 seconds="${1:-10}"
 build="${KST_FUZZ_BUILD:-build/fuzz}"
 

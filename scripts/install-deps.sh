@@ -2,6 +2,8 @@
 # Installs from Debian's packages whatever the build and the tests need and
 # the machine lacks. Safe to run again: it only acts on what is missing.
 set -euo pipefail
+. "$(dirname "$0")/require.sh"
+require apt-get:apt dpkg-query:dpkg
 
 packages=(cmake g++ make libgtest-dev libbenchmark-dev googletest
           g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix
@@ -26,5 +28,6 @@ fi
 if ! locale -a 2>/dev/null | grep -qi '^ja_JP\.utf-\?8$'; then
   "${sudo_cmd[@]}" sed -i 's/^# *\(ja_JP.UTF-8 UTF-8\)/\1/' /etc/locale.gen
   grep -q '^ja_JP.UTF-8 UTF-8' /etc/locale.gen || echo 'ja_JP.UTF-8 UTF-8' | "${sudo_cmd[@]}" tee -a /etc/locale.gen >/dev/null
+  require locale-gen:locales
   "${sudo_cmd[@]}" locale-gen >/dev/null
 fi

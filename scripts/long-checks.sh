@@ -9,6 +9,8 @@ kills="${1:-200}"
 seconds="${2:-600}"
 
 scripts/install-deps.sh
+. scripts/require.sh
+require cmake:cmake g++:g++
 cmake --preset linux >/dev/null
 cmake --build --preset linux --target crash_tests
 echo "== crash harness: $kills kills"

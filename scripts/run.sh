@@ -6,6 +6,8 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/install-deps.sh
+. scripts/require.sh
+require cmake:cmake g++:g++
 cmake --preset linux >/dev/null
 cmake --build --preset linux --target kst
 kst_program="$(pwd)/build/linux/cli/kst"

@@ -8,6 +8,11 @@ cd "$(dirname "$0")/.."
 here="$(pwd)/scripts"
 
 "$here/install-deps.sh"
+. "$here/require.sh"
+require cmake:cmake ctest:cmake g++:g++ clang++:clang \
+  x86_64-w64-mingw32-g++-posix:g++-mingw-w64-x86-64-posix \
+  i686-w64-mingw32-g++-posix:g++-mingw-w64-i686-posix \
+  wine:wine wineboot:wine wineserver:wine Xvfb:xvfb xdotool:xdotool
 "$here/wine-prefix.sh"
 
 for preset in linux linux-asan; do

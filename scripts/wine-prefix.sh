@@ -4,6 +4,8 @@
 set -euo pipefail
 here="$(cd "$(dirname "$0")" && pwd)"
 . "$here/wine-env.sh"
+. "$here/require.sh"
+require wine:wine wineboot:wine wineserver:wine
 
 stamp="$WINEPREFIX/.kestrom-prefix-1"
 [ -f "$stamp" ] && exit 0
