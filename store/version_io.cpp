@@ -134,26 +134,37 @@ void FReadVerHeader(LSrm& srm, TVer* ver) {
   info->checkoutId = static_cast<int32_t>(checkoutId);
 }
 
-void FReadBlock(THeldBuf& result, TArchive& archive, int32_t pos) {
+void FReadBlock(THeldBuf& result, TArchive& archive, int32_t pos, const TKnownBlock* known) {
   // The chain from this block up to the newest version, which has no
-  // parent. Walked first and decoded from the top down, so that the depth of
-  // a chain costs no stack, and a loop is found instead of followed.
+  // parent, or up to the known block. Walked first and decoded from the top
+  // down, so that the depth of a chain costs no stack, and a loop is found
+  // instead of followed.
   LArrOf<BlockHead*, LDelete<BlockHead*>> chain;
   LHash seen(LHash::kInts);
+  bool fromKnown = false;
   for (int32_t at = pos; at > 0; at = chain.last()->parent) {
+    if (known != nullptr && at == known->pos) {
+      fromKnown = true;
+      break;
+    }
     if (seen.containsInt(at)) FFormatError(kFormatBadBlock);
     seen.addInt(at);
     chain.add(new BlockHead(readHead(archive, at)));
+  }
+  if (fromKnown && chain.count == 0) {
+    result.assign(known->held.data(), known->held.size());
+    return;
   }
   THeldBuf reference;
   for (int32_t i = chain.count - 1; i >= 0; i--) {
     const BlockHead& head = *chain[i];
     LStr stored;
     readStored(archive, head, stored);
-    THeldView view(reference);
+    bool top = i == chain.count - 1;
+    THeldView view(top && fromKnown ? known->held : reference);
     THeldBuf held;
     FExpandStored(reinterpret_cast<const uint8_t*>(stored.ptr), stored.length, head.rawSize,
-                  i == chain.count - 1 ? nullptr : &view, held);
+                  top && !fromKnown ? nullptr : &view, held);
     reference.swap(held);
   }
   result.swap(reference);

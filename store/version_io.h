@@ -30,11 +30,20 @@ void FWriteVerHeader(LStream& stream, TVer* ver);
 // null only consumes it.
 void FReadVerHeader(LSrm& srm, TVer* ver);
 
+// A block whose held form is already in memory.
+struct TKnownBlock {
+  int32_t pos = 0;
+  THeldBuf held;
+};
+
 // Rebuilds the held form of the block at pos into result, following the
-// chain of reference blocks up to the newest version. A damaged chain (a
-// loop, a position outside the data area, a segment that does not fit) is
-// the archive format failure.
-void FReadBlock(THeldBuf& result, TArchive& archive, int32_t pos);
+// chain of reference blocks up to the newest version, or only up to `known`
+// when the chain passes through it: reading a file's versions from the
+// newest down with the last one read as `known` decodes each block once. A
+// damaged chain (a loop, a position outside the data area, a segment that
+// does not fit) is the archive format failure.
+void FReadBlock(THeldBuf& result, TArchive& archive, int32_t pos,
+                const TKnownBlock* known = nullptr);
 // Writes the block of a version into the running update file, keeping the
 // version's block position when it had one; with a reference, the parent
 // field is patched at commit with the reference's position. Returns the
