@@ -114,6 +114,7 @@ TEST_F(KstNamesTest, EveryNameOfTheDiskComesBackAsItself) {
   tree["caf{%u00E9}.txt"] = "accent";
   tree["back{%u005C}slash.txt"] = "backslash";
   tree["a:b.txt"] = "colon";
+  tree["x:/in.txt"] = "in a folder whose name ends in a colon";
   tree["bad{%uDCFF}.txt"] = "not utf-8";
 #endif
   for (const auto& file : tree) put(file.first.c_str(), file.second);

@@ -90,3 +90,50 @@ TEST(NameCheck, LinuxTakesWhatItsNamesHold) {
   EXPECT_EQ(keyOf("back{%u005C}slash"), "back\\slash");
 }
 #endif
+
+#ifndef _WIN32
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "support/temp_dir.h"
+
+// Names of random bytes made on the disk directly: each comes back from a
+// listing in a form that reaches the same file and that an extract takes.
+TEST(NameCheck, RandomDiskNamesComeBackToTheirFiles) {
+  const unsigned char alphabet[] = {'{',  '%',  'u',  '0',  '4',  '1',  '}',  '\\', 'a',
+                                    '.',  0x81, 0x7B, 0xFF, 0x80, 0xA0, 0xC3, 0xA9, 0xE3,
+                                    0x82, 0xEF, 0xBC, 0x8B, 0xFD, 0xED, 0xB2};
+  uint32_t state = 99;
+  for (int round = 0; round < 20; round++) {
+    TestTempDir dir;
+    int made = 0;
+    for (int i = 0; i < 50; i++) {
+      std::string name;
+      int length = 1 + static_cast<int>(state % 10);
+      for (int j = 0; j < length; j++) {
+        state = state * 1103515245u + 12345u;
+        name += static_cast<char>(alphabet[(state >> 16) % sizeof alphabet]);
+      }
+      if (name == "." || name == "..") continue;
+      std::string path = std::string(dir.path()) + "/" + name;
+      int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL, 0644);
+      if (fd < 0) continue;  // made already
+      close(fd);
+      made++;
+    }
+    SysFolderScan scan(dir.path());
+    LStr name;
+    SysFileInfo info;
+    int found = 0;
+    while (scan.next(name, info)) {
+      found++;
+      LStr path(dir.path());
+      path.append('/').append(name);
+      SysFileInfo again;
+      EXPECT_TRUE(SysStat(path.ptr, &again)) << name.ptr;
+      EXPECT_EQ(SysCheckName(name.ptr), kSysNameOk) << name.ptr;
+    }
+    EXPECT_EQ(found, made);
+  }
+}
+#endif
