@@ -6,7 +6,9 @@
 #include "cli/list_table.h"
 #include "cli/text_width.h"
 #include "lib/sys_terminal.h"
+#include "store/add_command.h"
 #include "store/delete_command.h"
+#include "store/extract_command.h"
 #include "store/search_cmd.h"
 #include "store/work_set.h"
 
@@ -72,9 +74,10 @@ void TCliUi::commandFinished(TThread& thread) {
   switch (thread.cmdId) {
     case kCmdAdd:
       console_.out(FAddReport(work.done, work.seen, work.created, work.skipped).ptr);
+      if (work.refused != 0) console_.out(FNotAddedReport(work.refused).ptr);
       return;
     case kCmdExtract:
-      console_.out(LStr().format("%d 個のファイルを展開しました", work.done).ptr);
+      console_.out(FExtractReport(work.done - work.refused, work.refused).ptr);
       return;
     case kCmdDelete:
       console_.out(FDeleteReport(work.done).ptr);
@@ -96,7 +99,9 @@ int FRunOnWorker(TThread* thread, TCliUi& ui) {
   while (ui.completion.wait(kBreakPoll) != 0) {
     if (SysTakeBreak()) FRequestStop();
   }
-  int status = thread->error != 0 ? 1 : 0;
+  // An entry that was not stored or not extracted fails the command, though
+  // the rest of it went on.
+  int status = thread->error != 0 || FWorkSet()->refused != 0 ? 1 : 0;
   FCompleteCommand();
   return status;
 }

@@ -145,7 +145,8 @@ int FKstMain(int argc, char** argv) {
   LStrs words;
   for (const UStr* word : wide) {
     LStr* text = new LStr;
-    FToLStr(word->ptr, word->length, *text);
+    // A word means what was typed: a "{%u" in it is text, not an escape.
+    FToLStrExact(word->ptr, word->length, *text);
     words.add(text);
   }
   int status = FKstRun(words);

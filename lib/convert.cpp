@@ -21,6 +21,36 @@ const UChar kUnknown[] = {'<', '?', '>', 0};
 int actualCodePage(int codePage) { return codePage == 0 ? SysCodePage() : codePage; }
 
 int32_t shrink(int32_t piece) { return piece / 4 > 0 ? piece / 4 : 1; }
+
+bool listed(const UChar* units, UChar unit) {
+  if (units == nullptr) return false;
+  for (; *units != 0; units++)
+    if (*units == unit) return true;
+  return false;
+}
+
+void appendEscape(UChar unit, LStr& out) {
+  out.append(kEscOpen);
+  out.format("%04X", unit);
+  out.append(kEscClose);
+}
+
+bool isUpperHex(char c) { return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F'); }
+
+// Whether every marker in the text opens an escape of the one shape that
+// FToLStr writes, so that decoding has nothing to report.
+bool escapesWellFormed(const char* text, int32_t n) {
+  LText<char> whole(text, n);
+  int32_t openLength = LText<char>::measure(kEscOpen);
+  for (int32_t at = whole.find(kEscOpen, openLength, 0); at >= 0;
+       at = whole.find(kEscOpen, openLength, at)) {
+    at += openLength;
+    for (int32_t i = 0; i < 4; i++, at++)
+      if (at >= n || !isUpperHex(text[at])) return false;
+    if (at >= n || text[at] != kEscClose[0]) return false;
+  }
+  return true;
+}
 }  // namespace
 
 void FToLStr(const UChar* text, int32_t n, LStr& out, int codePage, const char* open,
@@ -106,6 +136,42 @@ void FToUStr(const char* text, int32_t n, UStr& out, int codePage, const char* o
       break;
     }
   }
+}
+
+void FToLStrExact(const UChar* text, int32_t n, LStr& out, const UChar* alwaysEscaped) {
+  if (text == nullptr) return;
+  if (n < 0) n = FULen(text);
+  int32_t plainFrom = 0;
+  for (int32_t i = 0; i < n; i++) {
+    UChar unit = text[i];
+    bool beforeU = i + 1 < n && text[i + 1] == 'u';
+    bool opensMarker = unit == '{' && i + 2 < n && text[i + 1] == '%' && text[i + 2] == 'u';
+    bool escaped = opensMarker || listed(alwaysEscaped, unit);
+    if (!escaped && !(unit == '%' && beforeU)) continue;
+    FToLStr(text + plainFrom, i - plainFrom, out);
+    plainFrom = i + 1;
+    // A double-byte character may end in the byte "{", and a "%u" behind it
+    // would read as a marker: then the "%" is the one escaped.
+    if (escaped || (out.length > 0 && out[out.length - 1] == '{')) {
+      appendEscape(unit, out);
+    } else {
+      out.append('%');
+    }
+  }
+  FToLStr(text + plainFrom, n - plainFrom, out);
+}
+
+bool FToUStrExact(const char* text, int32_t n, UStr& out, const UChar* alwaysEscaped) {
+  if (text == nullptr) return false;
+  if (n < 0) n = LText<char>::measure(text);
+  if (!escapesWellFormed(text, n)) return false;
+  UStr units;
+  FToUStr(text, n, units);
+  LStr again;
+  FToLStrExact(units.ptr, units.length, again, alwaysEscaped);
+  if (again.length != n || std::memcmp(again.ptr, text, n) != 0) return false;
+  out.append(units.ptr, units.length);
+  return true;
 }
 
 int32_t FParseInt(const char* text, char terminator, int base) {

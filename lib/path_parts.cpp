@@ -48,7 +48,11 @@ bool FIsAbsolute(const char* path) {
 }
 
 void FAddSep(LStr& path) {
-  if (path.empty() || endsInSeparator(path) || path[path.length - 1] == ':') return;
+  // A colon ends a drive ("C:"); after a name it is part of the name, as
+  // POSIX names may hold one.
+  bool drive = path.length == 2 && path[1] == ':' &&
+               ((path[0] >= 'A' && path[0] <= 'Z') || (path[0] >= 'a' && path[0] <= 'z'));
+  if (path.empty() || endsInSeparator(path) || drive) return;
   path.append(SysPathSeparator());
 }
 

@@ -30,8 +30,8 @@ inline bool FIsSeparator(char c) { return c == '\\' || c == '/'; }
 // True when the path begins with a separator, or with a letter and ":";
 // false for null.
 bool FIsAbsolute(const char* path);
-// Appends the system's separator unless the path is empty or already ends
-// in a separator or ":" (which makes a folder of "C:").
+// Appends the system's separator unless the path is empty, already ends in
+// a separator, or is a drive alone ("C:", which is a folder as it is).
 void FAddSep(LStr& path);
 // Removes one final separator, if there is one.
 void FDropSep(LStr& path);

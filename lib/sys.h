@@ -2,12 +2,21 @@
 // POSIX implementation (sys_posix.cpp) and a Win32 one (sys_win32.cpp);
 // nothing else in the core talks to the system.
 //
-// Text policy: every path and name crossing this interface is 8-bit text in
-// the system code page (Shift-JIS). On POSIX the implementation converts to
-// and from the file system's UTF-8 at each system call; a character that has
-// no Shift-JIS form travels as the escape "{%uXXXX}", and a byte that is not
-// valid UTF-8 as the escape of U+DC00 plus the byte, so that every name read
-// from the file system comes back unchanged when passed in again.
+// Text policy: every path and name crossing this interface is core text,
+// 8-bit text in the system code page (Shift-JIS) in which a 16-bit unit that
+// the code page lacks is the escape "{%uXXXX}". Between a core name and the
+// file system's name there is one mapping per system, and it is a bijection
+// (FToLStrExact and FToUStrExact do the core side):
+//  - POSIX: the file system's UTF-8 bytes. A byte that is not valid UTF-8
+//    is the unit U+DC00 + byte, and so the escape "{%uDCxx}"; the backslash,
+//    which core text takes as a separator, is "{%u005C}"; a "{%u" that a
+//    name holds itself is "{%u007B}%u". The colon is an ordinary character.
+//  - Windows: the A-functions' bytes in the same code page, with "{%u" the
+//    same way; a core name whose escapes stand for a character without a
+//    form in the code page cannot be created there.
+// Reading, every name becomes its one core form. Writing, a path is decoded
+// at the call; a name from an archive must first pass SysCheckName, which
+// takes only the exact core form of a name the system keeps as it is.
 //
 // Failure: calls that can fail return false (or a null handle, or -1) and
 // leave the reason in the system's last-error value, which SysErrorText turns
@@ -112,6 +121,21 @@ bool SysCopyFile(const char* from, const char* to, bool failIfExists);
 bool SysRenameFile(const char* from, const char* to);
 bool SysFullPath(const char* path, LStr& out);
 bool SysLongPath(const char* path, LStr& out);
+// Why a name from an archive cannot be one step of a path below a folder,
+// judged on the system's own form of the name, after every conversion that
+// a call here applies to it.
+enum SysNameFault : int {
+  kSysNameOk = 0,
+  kSysNameInexact,   // not the exact core form of any name of this system
+  kSysNameReserved,  // empty, ".", "..", a separator, NUL, a drive or stream
+  kSysNameDevice,    // Windows: a device (CON, NUL, COM1, LPT1 ... and these with an extension)
+  kSysNameAltered,   // Windows: ends in a dot or blank, which the system drops
+  kSysNameNoForm,    // holds a character that this system's names cannot
+};
+SysNameFault SysCheckName(const char* name);
+// A key of a relative path made of checked names: two paths share it exactly
+// when they reach the same file below one folder (Windows folds case).
+void SysPathKey(const char* relative, LStr& key);
 // The separator of this system's paths.
 char SysPathSeparator();
 // The temporary folder, ending in a separator.

@@ -40,7 +40,11 @@ const int64_t kTicksPerSecond = 10000000;
 
 // ---- Text
 
-// The file system's UTF-8 form of an 8-bit path.
+// The units that a core name always holds as escapes here: the backslash is
+// a separator to core text and an ordinary character to this file system.
+const UChar kAlwaysEscaped[] = {'\\', 0};
+
+// The file system's UTF-8 form of a core path.
 class NativeName {
  public:
   explicit NativeName(const char* text) {
@@ -49,17 +53,18 @@ class NativeName {
     FUtf16ToUtf8(units.ptr, units.length, bytes_, /*lossless=*/true);
   }
   const char* c_str() const { return bytes_.ptr; }
+  const LStr& bytes() const { return bytes_; }
 
  private:
   LStr bytes_;
 };
 
-// Replaces out with the 8-bit form of UTF-8 bytes from the system.
+// Replaces out with the core form of UTF-8 bytes from the system.
 void fromNative(const char* bytes, int32_t n, LStr& out) {
   UStr units;
   FUtf8ToUtf16(bytes, n, units, /*lossless=*/true);
   LStr text;
-  FToLStr(units.ptr, units.length, text, kShiftJis);
+  FToLStrExact(units.ptr, units.length, text, kAlwaysEscaped);
   out.swap(text);
 }
 
@@ -863,6 +868,24 @@ bool SysLongPath(const char* path, LStr& out) {
   out.swap(result);
   return true;
 }
+
+SysNameFault SysCheckName(const char* name) {
+  UStr units;
+  if (!FToUStrExact(name, -1, units, kAlwaysEscaped)) return kSysNameInexact;
+  for (int32_t i = 0; i < units.length; i++)
+    if (units[i] == 0 || units[i] == '/') return kSysNameReserved;
+  NativeName native(name);
+  const char* bytes = native.c_str();
+  if (bytes[0] == 0 || std::strcmp(bytes, ".") == 0 || std::strcmp(bytes, "..") == 0)
+    return kSysNameReserved;
+  // Units that are no name's reading, such as the escaped bytes of a valid
+  // UTF-8 sequence, would come back as another name.
+  LStr back;
+  fromNative(bytes, native.bytes().length, back);
+  return std::strcmp(back.ptr, name) == 0 ? kSysNameOk : kSysNameInexact;
+}
+
+void SysPathKey(const char* relative, LStr& key) { key = NativeName(relative).bytes(); }
 
 char SysPathSeparator() { return '/'; }
 

@@ -1,5 +1,6 @@
-// The platform layer on Windows. Paths and names are the system's own 8-bit
-// text, so they go to the A-functions as they are.
+// The platform layer on Windows. Paths and names go to the A-functions in the
+// system's code page: core text without escapes is that already, and only a
+// path with a "{" takes the way through 16-bit text (see lib/sys.h).
 #include "lib/sys.h"
 
 #include <shlobj.h>
@@ -9,10 +10,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <initializer_list>
 #include <memory>
 
 #include "lib/chartype.h"
+#include "lib/convert.h"
 #include "lib/lstr.h"
+#include "lib/ustr.h"
+#include "lib/utf8.h"
 
 namespace {
 
@@ -25,6 +30,55 @@ const DWORD kSettableAttributes = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDE
 const DWORD kUserNameRoom = 257;
 
 HANDLE toHandle(SysFile file) { return reinterpret_cast<HANDLE>(file); }
+
+// The code page's bytes of 16-bit text, without best fit; false when a unit
+// has no form.
+bool toAnsi(const UStr& units, LStr& out) {
+  out.clear();
+  if (units.length == 0) return true;
+  BOOL usedDefault = FALSE;
+  const wchar_t* wide = reinterpret_cast<const wchar_t*>(units.ptr);
+  int n = WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, wide, units.length, nullptr, 0, nullptr,
+                              &usedDefault);
+  if (n <= 0 || usedDefault) return false;
+  std::unique_ptr<char[]> bytes(new char[n]);
+  WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, wide, units.length, bytes.get(), n, nullptr,
+                      &usedDefault);
+  out.assign(bytes.get(), n);
+  return !usedDefault;
+}
+
+// The A-functions' form of a core path. A path whose escapes stand for a
+// character the code page lacks has none: c_str() is null and the last
+// error says the name is invalid.
+class AnsiPath {
+ public:
+  explicit AnsiPath(const char* path) : text_(path) {
+    if (path == nullptr || std::strchr(path, '{') == nullptr) return;
+    UStr units;
+    FToUStr(path, -1, units);
+    text_ = toAnsi(units, bytes_) ? bytes_.ptr : nullptr;
+    if (text_ == nullptr) SetLastError(ERROR_INVALID_NAME);
+  }
+  const char* c_str() const { return text_; }
+
+ private:
+  const char* text_;
+  LStr bytes_;
+};
+
+// The core form of a name or path that the system gave.
+void fromAnsi(const char* text, LStr& out) {
+  if (std::strchr(text, '{') == nullptr) {
+    out.assign(text);
+    return;
+  }
+  UStr units;
+  FToUStr(text, -1, units, 0, "", "");
+  LStr core;
+  FToLStrExact(units.ptr, units.length, core);
+  out.swap(core);
+}
 
 SysTime fromFileTime(const FILETIME& time) {
   return (static_cast<SysTime>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
@@ -49,7 +103,9 @@ void fillInfo(DWORD attributes, DWORD sizeHigh, DWORD sizeLow, const FILETIME& c
 // The information of what a link to a file leads to: opening follows the
 // link, where the listing and the attribute calls describe the link itself.
 bool describeTarget(const char* path, SysFileInfo* info) {
-  HANDLE file = CreateFileA(path, FILE_READ_ATTRIBUTES,
+  AnsiPath native(path);
+  if (native.c_str() == nullptr) return false;
+  HANDLE file = CreateFileA(native.c_str(), FILE_READ_ATTRIBUTES,
                             FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                             OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
   if (file == INVALID_HANDLE_VALUE) return false;
@@ -94,6 +150,29 @@ bool fillGrowing(LStr& out, Call call) {
     }
     room = n + 1;
   }
+}
+
+// Whether the system takes a name for a device: CON, PRN, AUX, NUL, COM1 to
+// COM9 and LPT1 to LPT9 (with the superscript digits too), CONIN$ and
+// CONOUT$, in any case, alone or before an extension, blanks before the dot
+// ignored.
+bool isDeviceName(const UStr& units) {
+  int32_t end = 0;
+  while (end < units.length && units[end] != '.') end++;
+  while (end > 0 && units[end - 1] == ' ') end--;
+  char base[8];
+  if (end < 3 || end > 7) return false;
+  for (int32_t i = 0; i < end; i++) {
+    UChar unit = units[i];
+    if (unit == 0xB9 || unit == 0xB2 || unit == 0xB3) unit = '1';  // a digit all the same
+    if (unit >= 0x80) return false;
+    base[i] = static_cast<char>(unit >= 'a' && unit <= 'z' ? unit - 32 : unit);
+  }
+  base[end] = 0;
+  for (const char* device : {"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"})
+    if (std::strcmp(base, device) == 0) return true;
+  return end == 4 && (std::strncmp(base, "COM", 3) == 0 || std::strncmp(base, "LPT", 3) == 0) &&
+         base[3] >= '1' && base[3] <= '9';
 }
 
 struct ThreadStart {
@@ -195,8 +274,10 @@ SysFile SysOpenFile(const char* path, char mode) {
       SetLastError(ERROR_INVALID_PARAMETER);
       return kSysNoFile;
   }
-  HANDLE file =
-      CreateFileA(path, access, share, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+  AnsiPath native(path);
+  if (native.c_str() == nullptr) return kSysNoFile;
+  HANDLE file = CreateFileA(native.c_str(), access, share, nullptr, disposition,
+                            FILE_ATTRIBUTE_NORMAL, nullptr);
   if (file == INVALID_HANDLE_VALUE) return kSysNoFile;
   return reinterpret_cast<SysFile>(file);
 }
@@ -250,7 +331,9 @@ SysFolderScan::SysFolderScan(const char* folder) : handle_(nullptr), state_(null
   if (!endsInSeparator(state->folder)) state->folder.append('\\');
   LStr pattern(state->folder);
   pattern.append('*');
-  HANDLE search = FindFirstFileA(pattern.ptr, &state->data);
+  AnsiPath native(pattern.ptr);
+  if (native.c_str() == nullptr) return;
+  HANDLE search = FindFirstFileA(native.c_str(), &state->data);
   if (search == INVALID_HANDLE_VALUE) return;
   state->pending = true;
   handle_ = search;
@@ -275,20 +358,23 @@ bool SysFolderScan::next(LStr& name, SysFileInfo& info) {
     if (n[0] == '.' && (n[1] == 0 || (n[1] == '.' && n[2] == 0))) continue;
     fillInfo(data.dwFileAttributes, data.nFileSizeHigh, data.nFileSizeLow, data.ftCreationTime,
              data.ftLastAccessTime, data.ftLastWriteTime, &info);
+    fromAnsi(n, name);
     if (isFileLink(data.dwFileAttributes)) {
       LStr path(state->folder);
-      path.append(n);
+      path.append(name);
       // A link whose target is gone keeps its own description.
       describeTarget(path.ptr, &info);
     }
-    name.assign(n);
     return true;
   }
 }
 
 bool SysStat(const char* path, SysFileInfo* info) {
   WIN32_FILE_ATTRIBUTE_DATA data;
-  if (!GetFileAttributesExA(path, GetFileExInfoStandard, &data)) return false;
+  AnsiPath native(path);
+  if (native.c_str() == nullptr ||
+      !GetFileAttributesExA(native.c_str(), GetFileExInfoStandard, &data))
+    return false;
   fillInfo(data.dwFileAttributes, data.nFileSizeHigh, data.nFileSizeLow, data.ftCreationTime,
            data.ftLastAccessTime, data.ftLastWriteTime, info);
   if (isFileLink(data.dwFileAttributes)) describeTarget(path, info);
@@ -296,7 +382,9 @@ bool SysStat(const char* path, SysFileInfo* info) {
 }
 
 bool SysGetAttributes(const char* path, uint32_t* attributes) {
-  DWORD found = GetFileAttributesA(path);
+  AnsiPath native(path);
+  if (native.c_str() == nullptr) return false;
+  DWORD found = GetFileAttributesA(native.c_str());
   if (found == INVALID_FILE_ATTRIBUTES) return false;
   *attributes = found;
   return true;
@@ -306,12 +394,15 @@ bool SysSetAttributes(const char* path, uint32_t attributes) {
   DWORD wanted = attributes & kSettableAttributes;
   if (wanted & ~FILE_ATTRIBUTE_NORMAL) wanted &= ~FILE_ATTRIBUTE_NORMAL;
   if (wanted == 0) wanted = FILE_ATTRIBUTE_NORMAL;
-  return SetFileAttributesA(path, wanted) != 0;
+  AnsiPath native(path);
+  return native.c_str() != nullptr && SetFileAttributesA(native.c_str(), wanted) != 0;
 }
 
 bool SysSetFileTimes(const char* path, SysTime created, SysTime accessed, SysTime modified) {
   // Backup semantics let the same call reach a folder's times.
-  HANDLE file = CreateFileA(path, FILE_WRITE_ATTRIBUTES,
+  AnsiPath native(path);
+  if (native.c_str() == nullptr) return false;
+  HANDLE file = CreateFileA(native.c_str(), FILE_WRITE_ATTRIBUTES,
                             FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                             OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
   if (file == INVALID_HANDLE_VALUE) return false;
@@ -324,36 +415,89 @@ bool SysSetFileTimes(const char* path, SysTime created, SysTime accessed, SysTim
   return ok;
 }
 
-bool SysMakeFolder(const char* path) { return CreateDirectoryA(path, nullptr) != 0; }
-bool SysRemoveFolder(const char* path) { return RemoveDirectoryA(path) != 0; }
-bool SysDeleteFile(const char* path) { return DeleteFileA(path) != 0; }
-
-bool SysCopyFile(const char* from, const char* to, bool failIfExists) {
-  return CopyFileA(from, to, failIfExists) != 0;
+bool SysMakeFolder(const char* path) {
+  AnsiPath native(path);
+  return native.c_str() != nullptr && CreateDirectoryA(native.c_str(), nullptr) != 0;
 }
 
-bool SysRenameFile(const char* from, const char* to) { return MoveFileA(from, to) != 0; }
+bool SysRemoveFolder(const char* path) {
+  AnsiPath native(path);
+  return native.c_str() != nullptr && RemoveDirectoryA(native.c_str()) != 0;
+}
+
+bool SysDeleteFile(const char* path) {
+  AnsiPath native(path);
+  return native.c_str() != nullptr && DeleteFileA(native.c_str()) != 0;
+}
+
+bool SysCopyFile(const char* from, const char* to, bool failIfExists) {
+  AnsiPath source(from);
+  AnsiPath target(to);
+  return source.c_str() != nullptr && target.c_str() != nullptr &&
+         CopyFileA(source.c_str(), target.c_str(), failIfExists) != 0;
+}
+
+bool SysRenameFile(const char* from, const char* to) {
+  AnsiPath source(from);
+  AnsiPath target(to);
+  return source.c_str() != nullptr && target.c_str() != nullptr &&
+         MoveFileA(source.c_str(), target.c_str()) != 0;
+}
 
 bool SysFullPath(const char* path, LStr& out) {
+  AnsiPath native(path);
   LStr result;
-  if (!fillGrowing(result, [path](char* buffer, DWORD room) {
-        return GetFullPathNameA(path, room, buffer, nullptr);
+  if (native.c_str() == nullptr || !fillGrowing(result, [&native](char* buffer, DWORD room) {
+        return GetFullPathNameA(native.c_str(), room, buffer, nullptr);
       })) {
     return false;
   }
-  out.swap(result);
+  fromAnsi(result.ptr, out);
   return true;
 }
 
 bool SysLongPath(const char* path, LStr& out) {
+  AnsiPath native(path);
   LStr result;
-  if (!fillGrowing(result, [path](char* buffer, DWORD room) {
-        return GetLongPathNameA(path, buffer, room);
+  if (native.c_str() == nullptr || !fillGrowing(result, [&native](char* buffer, DWORD room) {
+        return GetLongPathNameA(native.c_str(), buffer, room);
       })) {
     return false;
   }
-  out.swap(result);
+  fromAnsi(result.ptr, out);
   return true;
+}
+
+SysNameFault SysCheckName(const char* name) {
+  UStr units;
+  if (!FToUStrExact(name, -1, units)) return kSysNameInexact;
+  if (units.length == 0) return kSysNameReserved;
+  for (int32_t i = 0; i < units.length; i++) {
+    UChar unit = units[i];
+    // Controls, separators, the drive and stream colon and the wild cards.
+    if (unit < 0x20 || (unit < 0x80 && std::strchr("<>:\"/\\|?*", static_cast<char>(unit))))
+      return kSysNameReserved;
+  }
+  if (std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0) return kSysNameReserved;
+  UChar last = units[units.length - 1];
+  if (last == '.' || last == ' ') return kSysNameAltered;
+  if (isDeviceName(units)) return kSysNameDevice;
+  LStr ansi;
+  if (!toAnsi(units, ansi)) return kSysNameNoForm;
+  LStr back;
+  fromAnsi(ansi.ptr, back);
+  return std::strcmp(back.ptr, name) == 0 ? kSysNameOk : kSysNameNoForm;
+}
+
+void SysPathKey(const char* relative, LStr& key) {
+  // The system compares names in its own upper case.
+  UStr units;
+  FToUStr(relative, -1, units);
+  if (units.length > 0)
+    CharUpperBuffW(reinterpret_cast<wchar_t*>(units.ptr), static_cast<DWORD>(units.length));
+  LStr folded;
+  FUtf16ToUtf8(units.ptr, units.length, folded, /*lossless=*/true);
+  key.swap(folded);
 }
 
 char SysPathSeparator() { return '\\'; }
@@ -363,26 +507,26 @@ void SysTempFolder(LStr& out) {
   if (!fillGrowing(result, [](char* buffer, DWORD room) { return GetTempPathA(room, buffer); })) {
     result.assign(".\\");
   }
-  out.swap(result);
+  fromAnsi(result.ptr, out);
 }
 
 bool SysLocalAppDataFolder(LStr& out) {
   char buffer[MAX_PATH];
   if (!SHGetSpecialFolderPathA(nullptr, buffer, CSIDL_LOCAL_APPDATA, FALSE)) return false;
-  out.assign(buffer);
+  fromAnsi(buffer, out);
   return true;
 }
 
 void SysComputerName(LStr& out) {
   char buffer[MAX_COMPUTERNAME_LENGTH + 1];
   DWORD n = sizeof buffer;
-  out.assign(GetComputerNameA(buffer, &n) ? buffer : "");
+  fromAnsi(GetComputerNameA(buffer, &n) ? buffer : "", out);
 }
 
 void SysUserName(LStr& out) {
   char buffer[kUserNameRoom];
   DWORD n = sizeof buffer;
-  out.assign(GetUserNameA(buffer, &n) ? buffer : "");
+  fromAnsi(GetUserNameA(buffer, &n) ? buffer : "", out);
 }
 
 // ---- Time and processes

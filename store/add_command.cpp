@@ -8,6 +8,7 @@
 #include "lib/path_parts.h"
 #include "store/add_cond.h"
 #include "store/cond.h"
+#include "store/folder_entries.h"
 #include "store/progress.h"
 #include "store/ver_info.h"
 #include "store/version_io.h"
@@ -24,6 +25,14 @@ struct AddRun {
 };
 
 int32_t addEntry(const char* path, TRecF* parent, const SysFileInfo& info, AddRun& run);
+
+// Leaves an entry out with a warning, counted as refused; returns the 0
+// versions it gave.
+int32_t notAdded(const char* text, const char* path, const char* reason = "") {
+  FMsg(kMsgWarning, text, path, reason);
+  FWorkSet()->refused++;
+  return 0;
+}
 
 LStr treePath(const TRec* rec) {
   LStr out;
@@ -59,15 +68,12 @@ int32_t addFolder(const char* path, TRecF* parent, const SysFileInfo& info, AddR
     folder->parent = parent;  // for paths while the walk runs
   }
   int32_t added = 0;
-  {
-    SysFolderScan scan(path);
-    LStr entryName;
-    SysFileInfo entry;
-    while (scan.isOpen() && scan.next(entryName, entry)) {
-      FCheckStop();
-      LStr entryPath = childPath(path, entryName);
-      added += addEntry(entryPath.ptr, folder, entry, run);
-    }
+  TFolderEntries entries;
+  FFolderEntries(path, entries);
+  for (const TFolderEntry* entry : entries) {
+    FCheckStop();
+    LStr entryPath = childPath(path, entry->name);
+    added += addEntry(entryPath.ptr, folder, entry->info, run);
   }
   // No empty folders: a new folder that gave no version leaves no trace.
   if (fresh.folder != nullptr && added > 0) {
@@ -95,6 +101,16 @@ int32_t addFile(const char* path, TRecF* parent, const SysFileInfo& info, AddRun
                             file != nullptr};
     if (!FAddCondTest(candidate, *run.cond)) return 0;
   }
+  // A file that cannot be read would fail the whole add at its turn, or,
+  // when empty, become a version with nothing read.
+  SysFile probe = SysOpenFile(path, 'r');
+  if (probe == kSysNoFile) {
+    LStr reason;
+    SysErrorText(SysLastError(), reason);
+    work->seen--;  // counted as not added, not as excluded
+    return notAdded("「%s」は読み出せないので追加しません (%s)", path, reason.ptr);
+  }
+  SysCloseFile(probe);
   if (file == nullptr) file = FFileItem(parent, name.ptr, /*create=*/true);
 
   TVer* ver = new TVer;
@@ -118,14 +134,15 @@ int32_t addFile(const char* path, TRecF* parent, const SysFileInfo& info, AddRun
 }
 
 int32_t addEntry(const char* path, TRecF* parent, const SysFileInfo& info, AddRun& run) {
-  if ((info.attributes & kSysAttrLink) && (info.attributes & kSysAttrDirectory)) {
-    FMsg(kMsgWarning, "「%s」はフォルダへのリンクなので追加しません", path);
-    return 0;
+  // A link that is still marked as one leads to a folder or nowhere: a link
+  // to a file is described by its target.
+  if (info.attributes & kSysAttrLink) {
+    if (info.attributes & kSysAttrDirectory)
+      return notAdded("「%s」はフォルダへのリンクなので追加しません", path);
+    return notAdded("「%s」はリンク先のないリンクなので追加しません", path);
   }
-  if (info.attributes & kSysAttrDevice) {
-    FMsg(kMsgWarning, "「%s」は通常のファイルではないので追加しません", path);
-    return 0;
-  }
+  if (info.attributes & kSysAttrDevice)
+    return notAdded("「%s」は通常のファイルではないので追加しません", path);
   if (info.attributes & kSysAttrDirectory) {
     if (!parent->isFolder()) FError(kMsgErrorBox, "フォルダをファイルに追加することはできません");
     return addFolder(path, parent, info, run);
@@ -230,4 +247,10 @@ void FCmdAdd(TRec* target, const LStrs& paths, TCond* cond, const TAddOptions& o
   // The next scan must count the new versions.
   archive.stats.level = 0;
   archive.stats.resetRanges();
+}
+
+LStr FNotAddedReport(int32_t refused) {
+  LStr text;
+  text.format("追加しなかった項目: %d", refused);
+  return text;
 }

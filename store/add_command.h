@@ -26,6 +26,9 @@ struct TAddOptions {
 
 // Adds paths below target (a folder, or a file to take one more version).
 void FCmdAdd(TRec* target, const LStrs& paths, TCond* cond, const TAddOptions& options);
+// The line that follows the add's result when entries were left out with a
+// warning (links, special files, unreadable files, case pairs).
+LStr FNotAddedReport(int32_t refused);
 // The bits of a version's attributes (1 read-only, 2 archive, 4 hidden,
 // 8 system) from the system's attribute word.
 uint8_t FAttrBits(uint32_t attributes);

@@ -1,7 +1,6 @@
 #include "store/extract_command.h"
 
 #include "archive/archive.h"
-#include "lib/chartype.h"
 #include "lib/fail.h"
 #include "lib/file_time.h"
 #include "lib/file_util.h"
@@ -11,6 +10,7 @@
 #include "lib/sys.h"
 #include "store/cond.h"
 #include "store/cond_walk.h"
+#include "store/extract_places.h"
 #include "store/held_buf.h"
 #include "store/ver_info.h"
 #include "store/version_io.h"
@@ -21,32 +21,70 @@ namespace {
 struct ExtractRun {
   LStr dest;
   TRec* base;
+  TExtractPlaces places;
 };
 
-// The path of a version below the destination, or false when a name on the
-// way could escape the destination folder.
-bool destinationOf(TVer* ver, const ExtractRun& run, LStr& path) {
+// The warning for a name that the system cannot take as it is.
+const char* faultText(SysNameFault fault) {
+  switch (fault) {
+    case kSysNameInexact:
+      return "「%s」は名前の表記が正しくないため展開しません";
+    case kSysNameDevice:
+      return "「%s」はデバイスの名前なので展開しません";
+    case kSysNameAltered:
+      return "「%s」は名前が点か空白で終わるため展開しません";
+    case kSysNameNoForm:
+      return "「%s」はこのシステムの名前に使えない文字を含むため展開しません";
+    default:
+      return "「%s」は名前に使えない文字を含むため展開しません";
+  }
+}
+
+void refuse(const TRec* rec, const char* text, const char* other = nullptr) {
+  LStr shown;
+  rec->displayPath(shown);
+  LStr otherShown;
+  if (other != nullptr) otherShown.assign(other);
+  FMsg(kMsgWarning, text, shown.ptr, otherShown.ptr);
+  FWorkSet()->refused++;
+}
+
+// The path of a version below the destination, or false after a warning
+// when a name on the way is not one the system keeps as it is, or when the
+// path reaches a file or folder that another record of this extract took.
+// Each name is checked in the system's own form; a path joined of such
+// names with the system's separator converts name by name, so what is
+// opened is the destination and these names, nothing else.
+bool destinationOf(TVer* ver, ExtractRun& run, LStr& path) {
   LArrOf<const TRec*> chain;
   for (const TRec* rec = ver->ownerFile(); rec != nullptr && rec != run.base && !rec->isRoot();
        rec = rec->parent)
     chain.add(rec);
-  path = run.dest;
+  LStr relative;
   for (int32_t i = chain.count - 1; i >= 0; i--) {
     const char* name = chain[i]->name();
-    if (!FSafeName(name)) {
-      LStr shown;
-      ver->displayPath(shown);
-      FMsg(kMsgWarning, "「%s」は名前に使えない文字を含むため展開しません", shown.ptr);
+    SysNameFault fault = SysCheckName(name);
+    if (fault != kSysNameOk) {
+      refuse(ver, faultText(fault));
       return false;
     }
-    FAddSep(path);
-    path.append(name);
+    if (!relative.empty()) relative.append(SysPathSeparator());
+    relative.append(name);
+    if (const TRec* holder = run.places.claim(relative.ptr, chain[i])) {
+      LStr taken;
+      holder->displayPath(taken);
+      refuse(ver, "「%s」は「%s」と同じ場所に展開されるため展開しません", taken.ptr);
+      return false;
+    }
   }
+  path = run.dest;
+  path.append(SysPathSeparator());
+  path.append(relative);
   return true;
 }
 
 void extractOne(TVer* ver, void* context) {
-  const ExtractRun& run = *static_cast<const ExtractRun*>(context);
+  ExtractRun& run = *static_cast<ExtractRun*>(context);
   LStr path;
   if (!destinationOf(ver, run, path)) return;
   FMakeDirs(path.ptr);
@@ -54,22 +92,6 @@ void extractOne(TVer* ver, void* context) {
 }
 
 }  // namespace
-
-bool FSafeName(const char* name) {
-  if (name == nullptr || *name == 0) return false;
-  if (name[0] == '.' && (name[1] == 0 || (name[1] == '.' && name[2] == 0))) return false;
-  for (int32_t i = 0; name[i] != 0; i++) {
-    unsigned char c = static_cast<unsigned char>(name[i]);
-    // A trail byte may have the value of a separator; it is part of its
-    // character.
-    if (FIsLeadByte(c) && name[i + 1] != 0) {
-      i++;
-      continue;
-    }
-    if (c < 0x20 || c == 0x7F || c == '/' || c == '\\' || c == ':') return false;
-  }
-  return true;
-}
 
 void FExtractVer(TVer* ver, const char* path) {
   THeldBuf raw;
@@ -90,7 +112,7 @@ void FExtractVer(TVer* ver, const char* path) {
 }
 
 void FCmdExtract(const LArrOf<TRec*>& records, const char* destDir, TCond* cond, TRec* base) {
-  ExtractRun run{LStr(destDir), base};
+  ExtractRun run{LStr(destDir), base, {}};
   if (run.dest.empty()) run.dest = FArchive()->firstAddPath;
   FDropSep(run.dest);
   FWalkItems(records, *cond, extractOne, &run);
@@ -98,10 +120,11 @@ void FCmdExtract(const LArrOf<TRec*>& records, const char* destDir, TCond* cond,
 
 LStr FVersionViewPath(TVer* ver, const char* workDir) {
   LStr name(ver->name());
-  if (!FSafeName(name.ptr)) {
+  SysNameFault fault = SysCheckName(name.ptr);
+  if (fault != kSysNameOk) {
     LStr shown;
     ver->displayPath(shown);
-    FMsg(kMsgWarning, "「%s」は名前に使えない文字を含むため展開しません", shown.ptr);
+    FMsg(kMsgWarning, faultText(fault), shown.ptr);
     return LStr();
   }
   LStr ext = FExtOf(name.ptr, /*withDot=*/false);
@@ -114,4 +137,11 @@ LStr FVersionViewPath(TVer* ver, const char* workDir) {
     if (!ext.empty()) path.format(".%s", ext.ptr);
     if (FExists(path.ptr) == kExistsNone) return path;
   }
+}
+
+LStr FExtractReport(int32_t extracted, int32_t refused) {
+  LStr text;
+  text.format("%d 個のファイルを展開しました", extracted);
+  if (refused != 0) text.format(" (展開しなかったファイル: %d)", refused);
+  return text;
 }

@@ -13,15 +13,17 @@ class TVer;
 
 // Writes every version that the conditions select below records to destDir
 // (empty: the first path added since the archive was opened), at its path
-// relative to base (null: the root).
+// relative to base (null: the root). A version whose path holds a name the
+// system cannot take as it is, or reaches a file that another record of
+// this extract took, is refused with a warning and counted in `refused` of
+// the work set (the walker counts it in `done` as well).
 void FCmdExtract(const LArrOf<TRec*>& records, const char* destDir, TCond* cond, TRec* base);
 // Writes one version to one path, creating its folders; an existing file is
 // overwritten.
 void FExtractVer(TVer* ver, const char* path);
-// True when a name from the archive can safely become one step of a path on
-// disk: not empty, not "." or "..", and free of separators, drive colons and
-// control characters.
-bool FSafeName(const char* name);
+// The result of an extract: the versions written, and those refused with a
+// warning (a name the system cannot take, a place taken by another record).
+LStr FExtractReport(int32_t extracted, int32_t refused);
 // The path under which a version is opened for viewing: the work folder, the
 // name without its extension, "-V" and the version's number, a counter when
 // that path exists already, and the extension. Empty, after a warning, for

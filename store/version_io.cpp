@@ -194,11 +194,14 @@ void FReadFileIn(TVer* ver) {
   TVerInfo* info = ver->FindInfo(true);
   LStr raw;
   raw.reserve(ver->size + 10);
+  bool opened;
   {
     LIoFile file(info->srcPath->ptr, 'r', true);
+    opened = file.isOpen();
     file.readAll(raw);
   }
-  if (raw.length != ver->size)
+  // A file that cannot be opened any more must not pass as empty.
+  if (!opened || raw.length != ver->size)
     FError(kMsgErrorBox, "ファイル %s の読み出しエラーです", info->srcPath->ptr);
   const uint8_t* bytes = reinterpret_cast<const uint8_t*>(raw.ptr);
   ver->checksum = FSum16(bytes, raw.length);

@@ -35,6 +35,7 @@ class TWorkSet {
   int32_t done = 0;
   int32_t created = 0;
   int32_t skipped = 0;
+  int32_t refused = 0;  // entries left out after a warning: not stored, not extracted
   int32_t counters[4] = {};
 
   // The side record of a version, or null.

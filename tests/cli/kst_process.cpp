@@ -36,7 +36,7 @@ std::string fromLocale(const std::string& bytes) {
   else
     FToUStr(bytes.data(), static_cast<int32_t>(bytes.size()), wide, SysLocaleCodePage(), "", "");
   LStr text;
-  FToLStr(wide.ptr, wide.length, text);
+  FToLStrExact(wide.ptr, wide.length, text);
   return std::string(text.ptr, text.length);
 }
 

@@ -84,6 +84,67 @@ TEST(Convert, Utf8CodePage) {
   EXPECT_EQ(back[0], 0x65E5);
 }
 
+TEST(ConvertExact, EscapesThatNamesHoldThemselvesAreEscaped) {
+  struct Case {
+    const char16_t* units;
+    const char* exact;
+  } cases[] = {
+      {u"{%u0041}.txt", "{%u007B}%u0041}.txt"},
+      {u"{%u", "{%u007B}%u"},
+      {u"{%x{{%u", "{%x{{%u007B}%u"},
+      {u"{%", "{%"},
+      {u"caf\u00e9\\", "caf{%u00E9}{%u005C}"},
+      // U+FF0B ends in the byte "{": the "%" behind it is escaped instead.
+      {u"\uff0b%u0041}", "\x81\x7B{%u0025}u0041}"},
+      {u"\uff0b%x", "\x81\x7B%x"},
+  };
+  const UChar backslash[] = {'\\', 0};
+  for (const Case& c : cases) {
+    LStr exact;
+    FToLStrExact(U(c.units), -1, exact, backslash);
+    EXPECT_STREQ(exact.ptr, c.exact);
+    UStr back;
+    EXPECT_TRUE(FToUStrExact(exact.ptr, exact.length, back, backslash)) << c.exact;
+    EXPECT_TRUE(back.equals(U(c.units), false)) << c.exact;
+  }
+}
+
+TEST(ConvertExact, RandomTextsRoundTrip) {
+  const UChar alphabet[] = {'{', '%',  'u',  '0',    '4',    '1',    '}',
+                            'A', '\\', 0xE9, 0xFF0B, 0x3042, 0xDC80, 0xD83D};
+  uint32_t state = 12345;
+  for (int round = 0; round < 2000; round++) {
+    UStr units;
+    int32_t length = static_cast<int32_t>(round % 12);
+    for (int32_t i = 0; i < length; i++) {
+      state = state * 1103515245u + 12345u;
+      units.append(alphabet[(state >> 16) % (sizeof alphabet / sizeof alphabet[0])]);
+    }
+    LStr exact;
+    FToLStrExact(units.ptr, units.length, exact);
+    UStr plain;
+    FToUStr(exact.ptr, exact.length, plain);
+    ASSERT_TRUE(plain.equals(units.ptr, false)) << exact.ptr;
+    UStr checked;
+    ASSERT_TRUE(FToUStrExact(exact.ptr, exact.length, checked)) << exact.ptr;
+  }
+}
+
+TEST(ConvertExact, OtherSpellingsAreRefusedWithoutAWord) {
+  RecorderScope rec;
+  const UChar backslash[] = {'\\', 0};
+  for (const char* text : {"{%u2e}", "{%u002E}", "{%u0041}", "{%u00e9}", "{%u00E9", "{%u00E9x",
+                           "..\x81", "\x81/", "a\\b", "{%u007B}", "\x81\x7B%u0041}"}) {
+    UStr out(U(u"kept"));
+    EXPECT_FALSE(FToUStrExact(text, -1, out, backslash)) << text;
+    EXPECT_EQ(out.length, 4) << text;
+  }
+  UStr out;
+  EXPECT_TRUE(FToUStrExact("a\\b", -1, out));  // no separator without the list
+  EXPECT_FALSE(FToUStrExact("a{%u005C}b", -1, out));
+  EXPECT_EQ(rec->entries.count, 0);
+}
+
 TEST(ParseInt, PrefixesSignsAndCommas) {
   EXPECT_EQ(FParseInt("0x1F"), 31);
   EXPECT_EQ(FParseInt("0X1f"), 31);

@@ -96,6 +96,10 @@ TEST(PathParts, AddAndDropSeparator) {
   LStr japanese(kHyo);
   FAddSep(japanese);
   EXPECT_STREQ(japanese.ptr, withSep(kHyo).ptr);
+  // Only a drive ends in its colon; a name may end in one.
+  LStr colon("dir/a:");
+  FAddSep(colon);
+  EXPECT_STREQ(colon.ptr, withSep("dir/a:").ptr);
 
   LStr two("a\\\\");
   FDropSep(two);

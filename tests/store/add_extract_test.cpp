@@ -288,13 +288,6 @@ TEST_F(AddTest, NamesThatWouldLeaveTheDestinationAreRefused) {
   EXPECT_STREQ(FVersionViewPath(fileAt("src", "ok.txt")->version(0), "W/").ptr, "W/ok-V1.txt");
 }
 
-TEST(ExtractNames, UnsafeNamesAreRefused) {
-  EXPECT_TRUE(FSafeName("表.txt"));  // a trail byte 0x5C is no separator
-  EXPECT_TRUE(FSafeName("..a"));
-  for (const char* bad : {"", ".", "..", "a/b", "a\\b", "C:x", "tab\there", "\x7f"})
-    EXPECT_FALSE(FSafeName(bad)) << bad;
-}
-
 #ifndef _WIN32
 TEST_F(AddTest, SourceOfTwoGigabytesIsRefused) {
   put("small.txt", "small");
