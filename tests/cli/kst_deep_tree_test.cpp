@@ -100,7 +100,7 @@ TEST_F(KstDeepTreeTest, EveryCommandEndsCleanly) {
   LStr out = dir.file("out");
   KstResult extract = kst({"extract", archive.ptr, "-d", out.ptr});
   EXPECT_EQ(extract.status, 1);
-  std::string refused = std::string("ファイル「") + out.ptr + "/d/d/d/";
+  std::string refused = std::string("ファイル「") + out.ptr;
   EXPECT_NE(extract.err.find(refused), std::string::npos) << extract.err.substr(0, 300);
   EXPECT_EQ(TestReadFile(dir.file("out/top.txt").ptr), "top\n");
 
