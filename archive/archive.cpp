@@ -33,6 +33,7 @@ TArchive::TArchive(TArchiveHost* host) : host_(host) {}
 TArchive::~TArchive() {
   discardUpdate();
   delete root;
+  delete writer;
 }
 
 void TArchive::setPath(const char* newPath) {
@@ -84,6 +85,9 @@ void TArchive::clearTree() {
   strings.clear();
   stats.clear();
   removedRecords.clear();
+  loaded = TArchiveStamp();
+  delete writer;
+  writer = nullptr;
   headerRead = treePos = treeEnd = treeDirty = lastStoreNo = 0;
 }
 

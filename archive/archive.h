@@ -5,6 +5,7 @@
 
 #include <cstdint>
 
+#include "archive/archive_stamp.h"
 #include "archive/free_list.h"
 #include "archive/record.h"
 #include "archive/stats.h"
@@ -35,6 +36,13 @@ class TArchive : public LIoFile {
   LArrOf<TRec*> removedRecords;
   // The running command's update file, or null.
   TUpdateFile* update = nullptr;
+  // The file as the tree was loaded from it, or as this process last wrote
+  // it: a commit writes only over that state.
+  TArchiveStamp loaded;
+  // The archive held open for writing from before the load to the end of
+  // the commit by a caller that keeps other writers waiting (FHoldWriter),
+  // or null. The apply step writes through it.
+  LIoFile* writer = nullptr;
 
   explicit TArchive(TArchiveHost* host);
   ~TArchive() override;
@@ -69,18 +77,30 @@ TArchive* FArchive();
 void FResetWork();
 void FSetArchive(TArchive* archive);
 
+// Opens the archive at path for writing and keeps it open in
+// archive.writer until the archive is closed, so that other writers wait
+// from before this process loads the tree to after it commits. While
+// another process holds the file it says so once and waits. A file that is
+// missing is made a new archive. False, with nothing held, when the file
+// cannot be opened for writing for another reason; the command then runs
+// unguarded and its apply step reports the failure.
+bool FHoldWriter(TArchive& archive, const char* path);
 // Reads the header, the free chain, the strings and the tree of the file at
-// archive.path (created when it does not exist).
+// archive.path (created when it does not exist), and takes its stamp.
 void FLoadArchive(TArchive& archive);
 // Writes a new archive: the 64-byte header and the end tag, 65 bytes.
 void FCreateArchive(const char* path);
+void FWriteNewArchive(LStream& file);
 // Writes the footer: the string table, then the tree.
 void FWriteFooter(TArchive& archive, LStream& stream);
 // Appends the free chain, the header and the footer to the update file and
 // ends it. storeNo is the running add command's number, 0 for any other.
 void FCommit(TArchive& archive, TUpdateFile& update, int32_t storeNo);
 // Copies the update file into the archive and reopens it for reading; a
-// failure is thrown on after the archive is reopened.
+// failure is thrown on after the archive is reopened. Under the write lock
+// and before anything is written it makes sure that the file is still the
+// one loaded, and fails with nothing written when another program has
+// changed it since.
 void FApplyUpdate(TArchive& archive, TUpdateFile& update);
 // Commits changes of the tree alone (rename, new folder).
 void FCommitTree(TArchive& archive);

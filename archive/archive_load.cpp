@@ -105,6 +105,10 @@ void FCreateArchive(const char* path) {
   LIoFile file(path, 'w', false);
   if (!file.isOpen())
     FError(kMsgErrorBox, "アーカイブファイル「%s」を書き込みモードで開くことができません", path);
+  FWriteNewArchive(file);
+}
+
+void FWriteNewArchive(LStream& file) {
   unsigned char header[kHeaderSize] = {};
   std::memcpy(header, kMagic, 4);
   std::memcpy(header + 4, kFormatVersion, 4);
@@ -120,8 +124,8 @@ void FLoadArchive(TArchive& archive) {
   archive.root = nullptr;
   archive.strings.clear();
   archive.freeList.clear();
-  FRecoverArchive(path);
-  if (FExists(path) == kExistsNone) FCreateArchive(path);
+  FRecoverArchive(path, archive.writer);
+  if (archive.writer == nullptr && FExists(path) == kExistsNone) FCreateArchive(path);
   if (!archive.reopen(path, 'r', false))
     FError(kMsgErrorBox, "アーカイブファイル「%s」を開けません", path);
 
@@ -153,4 +157,5 @@ void FLoadArchive(TArchive& archive) {
   readTree(archive);
   if (archive.getByte() != -1) FFormatError(338);
   archive.treeEnd = archive.tell();
+  archive.loaded = FStampArchive(archive);
 }

@@ -48,12 +48,16 @@ int32_t FWriteSegments(TArchive& archive, TUpdateFile& update, int32_t keepPos, 
     int64_t room = extent->isTail() ? INT32_MAX : extent->size - kSegmentHead - headBytes;
     int32_t n = dataLen - written;
     if (n > room) n = static_cast<int32_t>(room);
-    int32_t length = kSegmentHead + headBytes + n;
-    int32_t rounded = FRoundUp64(length);
-    if (static_cast<int64_t>(extent->pos) + rounded > INT32_MAX) {
+    // Summed in 64 bits: a segment of nearly 2 GiB must reach the test
+    // below, not wrap around before it.
+    const int64_t length64 = int64_t{kSegmentHead} + headBytes + n;
+    const int64_t rounded64 = (length64 + kAlignment - 1) / kAlignment * kAlignment;
+    if (extent->pos + rounded64 > INT32_MAX) {
       FPutExtent(archive.freeList, extent, false);
       FError(kMsgErrorBox, "アーカイブ ファイルが 2 GB を超えるため、書き込めません");
     }
+    const int32_t length = static_cast<int32_t>(length64);
+    const int32_t rounded = static_cast<int32_t>(rounded64);
 
     int32_t recordAt = update.beginRecord(extent->pos);
     FWriteI32(update.stream(), length);

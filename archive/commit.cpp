@@ -66,13 +66,24 @@ void FApplyUpdate(TArchive& archive, TUpdateFile& update) {
   LStr journal = FJournalPath(path.ptr);
   bool journaled = false;
   LIoFile* source = nullptr;
+  // A writer held since the load lets the break signal through, so that the
+  // long work before can be stopped; this short step must not be cut.
+  LIoFile* own = nullptr;
+  LIoFile* target = archive.writer;
+  const bool held = target != nullptr;
+  if (held) SysHoldBreak();
   try {
     archive.close();
-    if (!archive.reopen(path.ptr, 'a', false))
-      FError(kMsgErrorBox,
-             "アーカイブファイル「%s」を書き込みモードで開けません。\n"
-             "読み取り専用でないか確認してください。",
-             path.ptr);
+    if (target == nullptr) {
+      own = new LIoFile(path.ptr, 'a', false);
+      if (!own->isOpen())
+        FError(kMsgErrorBox,
+               "アーカイブファイル「%s」を書き込みモードで開けません。\n"
+               "読み取り専用でないか確認してください。",
+               path.ptr);
+      target = own;
+    }
+    FCheckUnchanged(path.ptr, *target, archive.loaded);
     source = new LIoFile(update.path(), 'r', true);
     if (!FWriteJournal(journal.ptr, path.ptr, *source))
       FError(kMsgErrorBox, "ファイル「%s」に書き込めません", journal.ptr);
@@ -84,29 +95,34 @@ void FApplyUpdate(TArchive& archive, TUpdateFile& update) {
     int32_t pos = static_cast<int32_t>(source->getDword());
     while (pos >= 0) {
       int32_t length = static_cast<int32_t>(source->getDword());
-      archive.seek(pos);
-      archive.copyFrom(*source, length < 0 ? 0 : length);
+      target->seek(pos);
+      target->copyFrom(*source, length < 0 ? 0 : length);
       probe(kApplyRecordCopied);
       pos = static_cast<int32_t>(source->getDword());
     }
     if (pos != kUpdateEnd)
       FError(kMsgErrorBox, "更新情報ファイルの形式が正しくありません (識別番号=%d)", 1248);
-    archive.truncate(-1);
-    archive.flush();
+    target->truncate(-1);
+    target->flush();
     probe(kApplyArchiveFlushed);
     // The commit point: once the journal is gone, the new archive stands.
     SysDeleteFile(journal.ptr);
     journaled = false;
     probe(kApplyCommitted);
     archive.treeDirty = 0;
+    // Taken while the lock still keeps others out: the tree in memory is
+    // now this state of the file.
+    LIoFile written(path.ptr, 'r', false);
+    archive.loaded = FStampArchive(written);
   } catch (int thrown) {
     failure = thrown;
     // A failure after the journal was written puts back what was there.
-    if (journaled && FRollBack(journal.ptr, archive)) SysDeleteFile(journal.ptr);
+    if (journaled && FRollBack(journal.ptr, *target)) SysDeleteFile(journal.ptr);
   }
   delete source;
+  delete own;
+  if (held) SysReleaseBreak();
   update.close();
-  archive.close();
   if (!archive.reopen(path.ptr, 'r', true) && failure == 0) failure = kThrowError;
   if (failure != 0) throw failure;
 }

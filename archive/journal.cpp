@@ -170,17 +170,20 @@ bool FRollBack(const char* journalPath, LIoFile& archive) {
   return true;
 }
 
-void FRecoverArchive(const char* archivePath) {
+void FRecoverArchive(const char* archivePath, LIoFile* writer) {
   LStr journalPath = FJournalPath(archivePath);
   if (FExists(journalPath.ptr) != kExistsFile) return;
   if (FExists(archivePath) == kExistsNone) {
     SysDeleteFile(journalPath.ptr);
     return;
   }
-  LIoFile archive(archivePath, 'a', false);
-  if (!archive.isOpen())
-    FError(kMsgErrorBox, "アーカイブファイル「%s」は他のプロセスが更新中です", archivePath);
-  FRollBack(journalPath.ptr, archive);
-  archive.close();
+  if (writer != nullptr) {
+    FRollBack(journalPath.ptr, *writer);
+  } else {
+    LIoFile archive(archivePath, 'a', false);
+    if (!archive.isOpen())
+      FError(kMsgErrorBox, "アーカイブファイル「%s」は他のプロセスが更新中です", archivePath);
+    FRollBack(journalPath.ptr, archive);
+  }
   SysDeleteFile(journalPath.ptr);
 }

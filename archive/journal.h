@@ -29,7 +29,8 @@ bool FWriteJournal(const char* journalPath, const char* archivePath, LIoFile& up
 // the archive was never touched.
 bool FRollBack(const char* journalPath, LIoFile& archive);
 // Before an archive is read: when a journal lies beside it, takes the write
-// lock, rolls back if the journal is complete, and removes the journal. A
-// journal whose archive another process holds for writing is left alone and
-// the open fails with a message.
-void FRecoverArchive(const char* archivePath);
+// lock (or uses `writer`, the archive that the caller holds open for
+// writing), rolls back if the journal is complete, and removes the journal.
+// A journal whose archive another process holds for writing is left alone
+// and the open fails with a message.
+void FRecoverArchive(const char* archivePath, LIoFile* writer);

@@ -56,7 +56,21 @@ void TRec::unlinkAndDestroy() {
 }
 
 TRecF::~TRecF() {
-  for (TRec* child : children) delete child;
+  // The descendants are taken out of their parents before they are
+  // destroyed, so that no destructor below this one has children left and a
+  // deep tree costs no stack.
+  LArrOf<TRec*> pending;
+  for (TRec* child : children) pending.add(child);
+  children.clear();
+  while (pending.count > 0) {
+    TRec* rec = pending.pop();
+    if (rec->isNamed()) {
+      LArrOf<TRec*>& below = static_cast<TRecF*>(rec)->children;
+      for (TRec* child : below) pending.add(child);
+      below.clear();
+    }
+    delete rec;
+  }
 }
 
 const char* TRecF::name() const { return FStrings().text(nameIdx); }

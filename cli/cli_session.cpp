@@ -59,11 +59,19 @@ void TCliSession::removeSharedIfEmpty() {
   FUnlock(*app_);
 }
 
-bool TCliSession::open(const char* path, bool create) {
+bool TCliSession::open(const char* path, bool create, bool write) {
   if (!create && FExists(path) != kExistsFile) {
     FMsg(kMsgGeneral, "ファイル/フォルダ「%s」が見つかりません", path);
     return false;
   }
+  // A command that changes the archive holds it from before the load to
+  // after the commit. Two commands started a moment apart, from two
+  // terminals or a script, are then both carried out, one after the other,
+  // as a user expects; without the hold the later one could only find at
+  // its commit that the other had changed the archive, and fail after all
+  // its work. The wait is announced and the break signal ends it. A file
+  // that cannot be held (read-only, say) is left to the commit to report.
+  if (write) FHoldWriter(*archive_, path);
   archive_->loadArchive(path, /*addToRecent=*/false, /*keepTree=*/true);
   // A failure has shown its message and left the untitled archive open.
   return !archive_->isUntitled();

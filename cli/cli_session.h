@@ -22,8 +22,10 @@ class TCliSession {
   TCliSession& operator=(const TCliSession&) = delete;
 
   // Opens the archive at path. A missing file is created when `create` is
-  // set and is an error otherwise. False after the failure was reported.
-  bool open(const char* path, bool create);
+  // set and is an error otherwise. With `write` the archive is held for
+  // writing until the session ends, and another writer waits. False after
+  // the failure was reported.
+  bool open(const char* path, bool create, bool write);
   TArchive& archive() { return *archive_; }
   TApp& app() { return *app_; }
 

@@ -17,6 +17,7 @@ struct TCliCommand {
   int32_t maxPlain;     // -1: no limit
   int32_t itemWords;    // plain words behind the archive that are archive paths; -1: all
   bool createsArchive;  // a missing archive is made rather than refused
+  bool writesArchive;   // holds the archive for writing from load to commit
   void (*declare)(TCliArgs& args, TCliRequest& request);
   int (*run)(TCliContext& context);
 };

@@ -49,7 +49,7 @@ int runCommand(const TCliCommand& command, TCliRequest& request) {
     // A damaged settings file has been reported and lost its bad keys; the
     // command's own errors count from here.
     errors = reporter.errorsSoFar();
-    if (session.open(request.plain[0]->ptr, command.createsArchive)) {
+    if (session.open(request.plain[0]->ptr, command.createsArchive, command.writesArchive)) {
       TCliContext context{session, ui.console(), ui, request};
       status = command.run(context);
     }

@@ -5,6 +5,7 @@
 
 #include "lib/fail.h"
 #include "lib/liblock.h"
+#include "lib/msg.h"
 
 namespace {
 
@@ -44,8 +45,8 @@ void* heapBlock(int32_t size, int32_t usable) {
   // kAlign bytes in front: the header is the second word, so the user area
   // keeps the heap's alignment.
   char* base = static_cast<char*>(std::malloc(static_cast<size_t>(usable) + kAlign));
-  if (base == nullptr) FInternal("out of memory (%d bytes)", size);
-  gPool.heapTaken += usable + kHeaderSize;
+  if (base == nullptr) FOutOfMemory(size);
+  gPool.heapTaken += static_cast<int64_t>(usable) + kHeaderSize;
   char* user = base + kAlign;
   *headerOf(user) = size;
   return user;
@@ -58,7 +59,7 @@ void* carve(int32_t total) {
   int32_t step = roundUp(total < minimum ? minimum : total, kAlign);
   if (step > gPool.slabLeft) {
     char* slab = static_cast<char*>(std::malloc(kSlabSize + kAlign));
-    if (slab == nullptr) FInternal("out of memory (%d bytes)", kSlabSize);
+    if (slab == nullptr) FOutOfMemory(kSlabSize);
     gPool.heapTaken += kSlabSize;
     gPool.slabFill = slab + kAlign - kHeaderSize;
     gPool.slabLeft = kSlabSize;
@@ -120,7 +121,7 @@ void FFree(void* block) {
   int index = FRoundSize(size, &usable);
   FLibGuard guard;
   if (index < 0 || !kPooled) {
-    gPool.heapReturned += usable + kHeaderSize;
+    gPool.heapReturned += static_cast<int64_t>(usable) + kHeaderSize;
     std::free(static_cast<char*>(block) - kAlign);
     return;
   }
@@ -132,11 +133,19 @@ void FFree(void* block) {
 int32_t FGrowCapacity(int32_t n, int32_t elementSize, int32_t* requestBytes) {
   int64_t units = static_cast<int64_t>(n) * 5 / 4 + 1;
   int64_t bytes = units * elementSize;
-  if (bytes > INT32_MAX - 8192) bytes = INT32_MAX - 8192;
+  // Near the top the growth stops at the largest block there is, whose
+  // usable size is all of 32 bits; a caller that needs more than that
+  // capacity cannot be served.
+  if (bytes > INT32_MAX) bytes = INT32_MAX;
   *requestBytes = static_cast<int32_t>(bytes);
   int32_t usable;
   FRoundSize(*requestBytes, &usable);
   return usable / elementSize - 1;
+}
+
+void FOutOfMemory(int64_t bytes) {
+  FError(kMsgErrorBox, "メモリが足りません (%lld バイトを確保できません)",
+         static_cast<long long>(bytes));
 }
 
 int32_t FBlockSize(const void* block) { return *headerOf(block); }

@@ -23,6 +23,10 @@ int32_t FBlockSize(const void* block);
 // capacity is what the block's usable size holds, minus one for the
 // terminator or sentinel.
 int32_t FGrowCapacity(int32_t n, int32_t elementSize, int32_t* requestBytes);
+// Reports that a block of `bytes` could not be had (the system refused it,
+// or a string or array was to hold more than the largest block), as an
+// error box, and throws: the running command fails and its cleanup runs.
+[[noreturn]] void FOutOfMemory(int64_t bytes);
 
 // Running totals of what the large-block path took from and gave back to the
 // system heap, and of the slabs taken; for diagnostics.

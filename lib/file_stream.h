@@ -31,6 +31,8 @@ class LHandle : public LStream {
   // Ends the file at position (after seeking there), or here when negative.
   void truncate(int32_t position) override;
   const char* name() override { return "Windows HANDLE"; }
+  // The system's file, for the calls that no stream offers.
+  SysFile systemFile() const { return handle; }
 
  protected:
   SysFile handle;

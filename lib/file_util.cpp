@@ -32,18 +32,35 @@ int64_t FFileSize(const char* path) {
 }
 
 namespace {
-// Makes sure the first n bytes of path name a folder, parents first.
+// Makes sure the first n bytes of path name a folder, parents first. The
+// parents are made in one pass from the left, not by recursion from the
+// right: a path of very many levels costs neither stack nor a copy per level.
 void makeFolder(const char* path, int32_t n) {
   if (n <= 0) return;
   LStr folder(path, n);
   if (FExists(folder.ptr) != kExistsNone) return;
-  for (int32_t i = n - 1; i > 0; i--) {
-    if (FIsSeparator(path[i]) && !FIsTrailByte(path, i)) {
-      makeFolder(path, i);
-      break;
+  bool missing = false;
+  bool afterSeparator = true;  // a leading separator names no folder to make
+  for (int32_t i = 0; i <= n; i++) {
+    if (i < n && FIsLeadByte(static_cast<unsigned char>(folder[i])) && i + 1 < n) {
+      i++;
+      afterSeparator = false;
+      continue;
     }
+    bool end = i == n || FIsSeparator(folder[i]);
+    bool makeHere = end && !afterSeparator;
+    afterSeparator = end;
+    if (!makeHere) continue;
+    char kept = folder[i];
+    folder.ptr[i] = 0;
+    if (missing || FExists(folder.ptr) == kExistsNone) {
+      missing = true;
+      // Below a folder that could not be made nothing can be: the rest of a
+      // path too long for the system is not tried level by level.
+      if (!SysMakeFolder(folder.ptr)) return;
+    }
+    folder.ptr[i] = kept;
   }
-  SysMakeFolder(folder.ptr);
 }
 }  // namespace
 

@@ -1,7 +1,7 @@
 #include "lib/io_file.h"
 
-LIoFile::LIoFile(const char* path, char mode, bool mustExist) : LSrm(&file_) {
-  file_.open(path, mode, mustExist, /*ignoreBreak=*/true);
+LIoFile::LIoFile(const char* path, char mode, bool mustExist, bool holdBreak) : LSrm(&file_) {
+  file_.open(path, mode, mustExist, holdBreak);
   bufStart = filePos = file_.tell();
 }
 

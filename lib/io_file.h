@@ -13,8 +13,10 @@
 class LIoFile : public LSrm {
  public:
   // mode and mustExist as for LFile::open. In mode 'a' the stream starts at
-  // the end of the file.
-  LIoFile(const char* path, char mode, bool mustExist);
+  // the end of the file. holdBreak false lets the break signal through while
+  // the file is open for writing: for a file held open across a long task
+  // whose few writes the caller guards itself.
+  LIoFile(const char* path, char mode, bool mustExist, bool holdBreak = true);
   // A stream with no file open yet.
   LIoFile();
   ~LIoFile() override;
@@ -27,6 +29,7 @@ class LIoFile : public LSrm {
   // when negative; the cursor is then at that position.
   void truncate(int32_t position) override;
   const char* name() override { return file_.name(); }
+  SysFile systemFile() const { return file_.systemFile(); }
 
  private:
   LFile file_;

@@ -14,6 +14,7 @@ void LArrCore::reserveElements(int32_t n) {
   if (n <= capacity) return;
   int32_t request;
   int32_t newCapacity = FGrowCapacity(n, elementSize_, &request);
+  if (newCapacity < n) FOutOfMemory(static_cast<int64_t>(n) * elementSize_);
   void* block = FAlloc(request);
   std::memcpy(block, ptr, static_cast<size_t>(count + 1) * elementSize_);
   FFree(ptr);

@@ -139,6 +139,7 @@ class LText {
   void regrow(int32_t n) {
     int32_t request;
     int32_t newCapacity = FGrowCapacity(n, sizeof(C), &request);
+    if (newCapacity < n) FOutOfMemory(static_cast<int64_t>(n) * sizeof(C));
     if (newCapacity == capacity) return;
     C* block = static_cast<C*>(FAlloc(request));
     std::memcpy(block, ptr, (length + 1) * sizeof(C));

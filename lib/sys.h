@@ -85,6 +85,18 @@ bool SysSeekFile(SysFile file, int64_t position, int64_t* result);
 bool SysTruncateFile(SysFile file);
 bool SysFlushFile(SysFile file);
 bool SysCloseFile(SysFile file);
+// What tells one state of an open file from another: the file itself (its
+// volume and its index there), its length and its last write time.
+struct SysFileStamp {
+  uint64_t volume;
+  uint64_t index;
+  int64_t size;
+  SysTime modified;
+};
+bool SysStampFile(SysFile file, SysFileStamp* stamp);
+// Whether an open failed with this error because another writer holds the
+// file.
+bool SysFileBusy(int error);
 
 // ---- Folders and paths
 

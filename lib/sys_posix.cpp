@@ -701,6 +701,18 @@ bool SysCloseFile(SysFile file) {
   return close(static_cast<int>(file)) == 0 || errno == EINTR;
 }
 
+bool SysStampFile(SysFile file, SysFileStamp* stamp) {
+  struct stat st;
+  if (fstat(static_cast<int>(file), &st) != 0) return false;
+  stamp->volume = static_cast<uint64_t>(st.st_dev);
+  stamp->index = static_cast<uint64_t>(st.st_ino);
+  stamp->size = st.st_size;
+  stamp->modified = toSysTime(st.st_mtim.tv_sec, st.st_mtim.tv_nsec);
+  return true;
+}
+
+bool SysFileBusy(int error) { return error == EBUSY; }
+
 // ---- Folders and paths
 
 SysFolderScan::SysFolderScan(const char* folder) : handle_(nullptr), state_(nullptr) {

@@ -313,6 +313,20 @@ bool SysTruncateFile(SysFile file) { return SetEndOfFile(toHandle(file)) != 0; }
 bool SysFlushFile(SysFile file) { return FlushFileBuffers(toHandle(file)) != 0; }
 bool SysCloseFile(SysFile file) { return CloseHandle(toHandle(file)) != 0; }
 
+bool SysStampFile(SysFile file, SysFileStamp* stamp) {
+  BY_HANDLE_FILE_INFORMATION info;
+  if (!GetFileInformationByHandle(toHandle(file), &info)) return false;
+  stamp->volume = info.dwVolumeSerialNumber;
+  stamp->index = (static_cast<uint64_t>(info.nFileIndexHigh) << 32) | info.nFileIndexLow;
+  stamp->size = (static_cast<int64_t>(info.nFileSizeHigh) << 32) | info.nFileSizeLow;
+  stamp->modified = fromFileTime(info.ftLastWriteTime);
+  return true;
+}
+
+bool SysFileBusy(int error) {
+  return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION;
+}
+
 // ---- Folders and paths
 
 namespace {

@@ -32,15 +32,28 @@ bool meetsAll(TVer* ver, const TCond& cond) {
   return cond.attrActive == 0 || FAttrTest(ver->Info()->attrs, cond);
 }
 
-void walkRecord(TRec* record, const TCond& cond, FVerFound found, void* context) {
+void testRecord(TRec* record, const TCond& cond, FVerFound found, void* context) {
   if (record->isVer()) {
     FVerTest(static_cast<TVer*>(record), cond, found, context);
   } else if (record->isFile()) {
     TFile* file = static_cast<TFile*>(record);
     if (FFileTest(file, cond)) FWalkVersions(file, cond, found, context);
-  } else {
-    for (TRec* child : static_cast<TRecF*>(record)->children)
-      walkRecord(child, cond, found, context);
+  }
+}
+
+// Folders wait on a list rather than in recursion, so that a deep tree costs
+// no stack; children are pushed in reverse to be met in tree order.
+void walkRecord(TRec* record, const TCond& cond, FVerFound found, void* context) {
+  LArrOf<TRec*> pending;
+  pending.add(record);
+  while (pending.count > 0) {
+    TRec* rec = pending.pop();
+    if (!rec->isFolder()) {
+      testRecord(rec, cond, found, context);
+      continue;
+    }
+    const LArrOf<TRec*>& children = static_cast<TRecF*>(rec)->children;
+    for (int32_t i = children.count - 1; i >= 0; i--) pending.add(children[i]);
   }
 }
 }  // namespace

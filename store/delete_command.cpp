@@ -38,22 +38,40 @@ void normalise(const LArrOf<TRec*>& records, LArrOf<TRec*>& out) {
   }
 }
 
-void collect(TRec* rec, LArrOf<TVer*>& versions, LArrOf<TRec*>* folders) {
-  if (rec->isVer()) {
-    versions.add(static_cast<TVer*>(rec));
-    return;
+// Walks below rec in tree order (a record before its children) and hands
+// each record to visit; only folders are entered when foldersOnly. The
+// records wait on a list rather than in recursion: a deep tree costs no
+// stack.
+template <typename Visit>
+void walkDown(TRec* rec, bool foldersOnly, Visit visit) {
+  LArrOf<TRec*> pending;
+  pending.add(rec);
+  while (pending.count > 0) {
+    TRec* next = pending.pop();
+    visit(next);
+    if (!next->isNamed() || (foldersOnly && !next->isFolder())) continue;
+    const LArrOf<TRec*>& children = static_cast<TRecF*>(next)->children;
+    for (int32_t i = children.count - 1; i >= 0; i--) pending.add(children[i]);
   }
-  if (!rec->isNamed()) FInternalBox(902);
-  if (folders != nullptr && rec->isFolder()) folders->add(rec);
-  for (TRec* child : static_cast<TRecF*>(rec)->children) collect(child, versions, nullptr);
 }
 
+void collect(TRec* rec, LArrOf<TVer*>& versions, LArrOf<TRec*>* folders) {
+  if (folders != nullptr && rec->isFolder()) folders->add(rec);
+  walkDown(rec, false, [&versions](TRec* found) {
+    if (found->isVer()) {
+      versions.add(static_cast<TVer*>(found));
+    } else if (!found->isNamed()) {
+      FInternalBox(902);
+    }
+  });
+}
+
+// Unlinks and destroys every folder and file below rec and rec itself, the
+// last child's records first, each after everything below it.
 void destroyTree(TRec* rec) {
-  if (rec->isFolder()) {
-    TRecF* folder = static_cast<TRecF*>(rec);
-    while (folder->children.count > 0) destroyTree(folder->children.last());
-  }
-  rec->unlinkAndDestroy();
+  LArrOf<TRec*> order;
+  walkDown(rec, true, [&order](TRec* found) { order.add(found); });
+  for (int32_t i = order.count - 1; i >= 0; i--) order[i]->unlinkAndDestroy();
 }
 
 void deleteEvacFiles(TWorkSet& work) {

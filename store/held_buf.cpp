@@ -1,19 +1,24 @@
 #include "store/held_buf.h"
 
+#include <cstdlib>
 #include <cstring>
 
 #include "lib/fail.h"
 
 const uint8_t THeldBuf::kEmpty[kZeroTail] = {};
 
-THeldBuf::~THeldBuf() { FFree(bytes_); }
+THeldBuf::~THeldBuf() { std::free(bytes_); }
 
 uint8_t* THeldBuf::prepare(int32_t room) {
-  if (room < 0 || room > INT32_MAX - kZeroTail) FInternal("held buffer of %d bytes", room);
+  if (room < 0) FInternal("held buffer of %d bytes", room);
   if (room > room_ || bytes_ == nullptr) {
-    FFree(bytes_);
-    bytes_ = static_cast<uint8_t*>(FAlloc(room + kZeroTail));
-    room_ = room;
+    std::free(bytes_);
+    // A version of 2 GiB less a byte with its zero tail passes the 32-bit
+    // sizes of the pooled allocator, so the bytes come from the heap.
+    const size_t bytes = static_cast<size_t>(room) + kZeroTail;
+    bytes_ = static_cast<uint8_t*>(std::malloc(bytes));
+    room_ = bytes_ != nullptr ? room : 0;
+    if (bytes_ == nullptr) FOutOfMemory(static_cast<int64_t>(bytes));
   }
   size_ = 0;
   std::memset(bytes_, 0, kZeroTail);

@@ -26,7 +26,7 @@ const int32_t kProbeStep = 3;
 // the edges they are compared one by one.
 uint32_t candidatesOf(const uint8_t* bytes, int32_t p, int32_t lo, int32_t length) {
   const uint32_t word = FLoad32(bytes + p);
-  if (p - kFarthest == lo && p + 11 <= length) {
+  if (p - kFarthest == lo && p <= length - 11) {
     __m128i want[4];
     for (int i = 0; i < 4; i++) want[i] = _mm_set1_epi8(static_cast<char>(word >> (8 * i)));
     return probe_scan::wordHits16(bytes + lo, want) & 0xFF;
@@ -64,8 +64,10 @@ void FPackBytes(const uint8_t* bytes, int32_t length, LStream& out,
       tokens.literal(bytes + literalStart, p - back - literalStart);
       tokens.selfCopy(len, p - c);
       literalStart = p + 4 + forward;
-      // The two bytes right after a copy are never probed.
-      p = literalStart + 2;
+      // The two bytes right after a copy are never probed. A copy that
+      // reaches the last bytes ends the scan, without a sum that could pass
+      // 32 bits.
+      p = literalStart < length - 4 ? literalStart + 2 : length;
       taken = true;
     }
     if (!taken) p += kProbeStep;

@@ -24,6 +24,10 @@ enum : uint32_t {
   kTokenLengthShift = 2,
 };
 
+// The longest run one token holds: its length shifted by the kind bits must
+// fit the 32-bit number.
+const int32_t kTokenMaxLength = static_cast<int32_t>(UINT32_MAX >> kTokenLengthShift);
+
 // Numbers of the archive format failure raised by the token reader.
 enum : int {
   kBadLiteralRoom = 775,     // a literal run longer than the room left

@@ -1,5 +1,7 @@
 #include "store/token_writer.h"
 
+#include <algorithm>
+
 #include "lib/num_coding.h"
 #include "store/token_format.h"
 
@@ -9,18 +11,27 @@ uint32_t tokenHead(int32_t n, uint32_t kind) {
 }
 }  // namespace
 
+// Runs longer than a token's length field are written as several tokens: a
+// literal in pieces, a copy in pieces with the same distance, which reads
+// on where the piece before stopped.
 void TTokenWriter::literal(const uint8_t* bytes, int32_t n) {
-  if (n <= 0) return;
-  FWriteNum(out_, tokenHead(n, kTokenLiteral));
-  out_.write(bytes, n);
+  for (int32_t done = 0; done < n;) {
+    const int32_t piece = std::min(n - done, kTokenMaxLength);
+    FWriteNum(out_, tokenHead(piece, kTokenLiteral));
+    out_.write(bytes + done, piece);
+    done += piece;
+  }
 }
 
-void TTokenWriter::selfCopy(int32_t n, int32_t d) {
-  FWriteNum(out_, tokenHead(n, kTokenSelfCopy));
-  FWriteDiff(out_, static_cast<uint32_t>(d), 0);
-}
+void TTokenWriter::selfCopy(int32_t n, int32_t d) { copy(n, d, kTokenSelfCopy); }
 
-void TTokenWriter::refCopy(int32_t n, int32_t d) {
-  FWriteNum(out_, tokenHead(n, kTokenRefCopy));
-  FWriteDiff(out_, static_cast<uint32_t>(d), 0);
+void TTokenWriter::refCopy(int32_t n, int32_t d) { copy(n, d, kTokenRefCopy); }
+
+void TTokenWriter::copy(int32_t n, int32_t d, uint32_t kind) {
+  for (int32_t done = 0; done < n;) {
+    const int32_t piece = std::min(n - done, kTokenMaxLength);
+    FWriteNum(out_, tokenHead(piece, kind));
+    FWriteDiff(out_, static_cast<uint32_t>(d), 0);
+    done += piece;
+  }
 }

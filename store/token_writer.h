@@ -20,5 +20,7 @@ class TTokenWriter {
   void refCopy(int32_t n, int32_t d);
 
  private:
+  void copy(int32_t n, int32_t d, uint32_t kind);
+
   LStream& out_;
 };

@@ -1,15 +1,17 @@
 #include "store/version_expand.h"
 
+#include <algorithm>
+
 #include "lib/fail.h"
 #include "store/token_expander.h"
 #include "store/token_format.h"
 
 void FExpandStored(const uint8_t* stored, int32_t storedLen, int32_t rawSize,
                    const THeldView* reference, THeldBuf& held) {
-  // Room for the slack, the buffer's zero tail and the allocator's rounding
-  // must still fit 32 bits; a size beyond that is damage, not a version.
-  if (rawSize < 0 || rawSize > INT32_MAX - kHeldSlack - 8192) FFormatError(kBadOutputLength);
-  const int32_t room = rawSize + kHeldSlack;
+  if (rawSize < 0) FFormatError(kBadOutputLength);
+  // No held form is longer than 32 bits allow, whatever the slack.
+  const int32_t room = static_cast<int32_t>(
+      std::min<int64_t>(static_cast<int64_t>(rawSize) + kHeldSlack, INT32_MAX));
   uint8_t* out = held.prepare(room);
   held.setSize(FExpandTokens(stored, storedLen, out, room,
                              reference != nullptr ? reference->bytes : nullptr,

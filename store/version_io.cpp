@@ -1,5 +1,6 @@
 #include "store/version_io.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "archive/archive.h"
@@ -82,6 +83,13 @@ void readStored(TArchive& archive, const BlockHead& head, LStr& stored) {
 }
 
 TArchive& archive() { return *FArchive(); }
+
+// The room to reserve for an encoder's output from n bytes of input: the
+// input and a margin, as far as a string reaches (its terminator takes the
+// last byte that 32 bits give).
+int32_t outputRoom(int32_t n) {
+  return static_cast<int32_t>(std::min<int64_t>(int64_t{n} + 64, INT32_MAX - 1));
+}
 
 }  // namespace
 
@@ -192,26 +200,27 @@ int32_t FWriteBlock(TVer* ver, const THeldBuf& stored, TVer* reference) {
 
 void FReadFileIn(TVer* ver) {
   TVerInfo* info = ver->FindInfo(true);
-  LStr raw;
-  raw.reserve(ver->size + 10);
-  bool opened;
-  {
-    LIoFile file(info->srcPath->ptr, 'r', true);
-    opened = file.isOpen();
-    file.readAll(raw);
-  }
-  // A file that cannot be opened any more must not pass as empty.
-  if (!opened || raw.length != ver->size)
-    FError(kMsgErrorBox, "ファイル %s の読み出しエラーです", info->srcPath->ptr);
-  const uint8_t* bytes = reinterpret_cast<const uint8_t*>(raw.ptr);
-  ver->checksum = FSum16(bytes, raw.length);
-  // Room for incompressible bytes up front: growing the output as tokens
-  // arrive cost about 5 percent of the encoding in copies.
   LStr held;
-  held.reserve(raw.length + 64);
-  LMemOutStream out(held);
-  FPackBytes(bytes, raw.length, out, FCodecSettings());
-  raw.clear();
+  {
+    // Read straight into a buffer of the size measured: a string could not
+    // hold the largest file with its terminator.
+    THeldBuf raw;
+    bool same;
+    {
+      LIoFile file(info->srcPath->ptr, 'r', true);
+      int32_t got = file.read(raw.prepare(ver->size), ver->size);
+      // A file that cannot be opened any more must not pass as empty.
+      same = file.isOpen() && got == ver->size && file.getByte() == -1;
+      raw.setSize(got);
+    }
+    if (!same) FError(kMsgErrorBox, "ファイル %s の読み出しエラーです", info->srcPath->ptr);
+    ver->checksum = FSum16(raw.data(), raw.size());
+    // Room for incompressible bytes up front: growing the output as tokens
+    // arrive cost about 5 percent of the encoding in copies.
+    held.reserve(outputRoom(raw.size()));
+    LMemOutStream out(held);
+    FPackBytes(raw.data(), raw.size(), out, FCodecSettings());
+  }
   delete info->held;
   info->held = new THeldBuf(held.ptr, held.length);
   info->heldLen = held.length;
@@ -277,7 +286,7 @@ void FStoreDelta(TVer* older, TVer* newer, bool dropIfSame) {
   const THeldBuf& target = older->Hold();
   const THeldBuf& reference = newer->Hold();
   LStr storedText;
-  storedText.reserve(target.size() + 64);
+  storedText.reserve(outputRoom(target.size()));
   LMemOutStream out(storedText);
   THeldView targetView(target);
   THeldView referenceView(reference);
@@ -311,7 +320,7 @@ void FStoreDelta(TVer* older, TVer* newer, bool dropIfSame) {
 void FStoreWhole(TVer* ver) {
   const THeldBuf& held = ver->Hold();
   LStr storedText;
-  storedText.reserve(held.size() + 64);
+  storedText.reserve(outputRoom(held.size()));
   LMemOutStream out(storedText);
   THeldView view(held);
   FEncodeVersion(view, nullptr, out, FCodecSettings());

@@ -316,6 +316,14 @@ TEST_F(ArchiveTest, PositionsPastTwoGigabytesAreRefusedBeforeAnythingIsWritten) 
   static_cast<TFile*>(archive->root->children.last())->addChild(ver);
   EXPECT_THROW(writeBlock(ver, 100, 'x'), int);
   EXPECT_NE(std::string(recorder->boxes.last()->ptr).find("2 GB を超える"), std::string::npos);
+  // A block of nearly 2 GiB into a small archive: its segment's length must
+  // not wrap around before the test, and no byte of it is read.
+  archive->reloadArchive();
+  const char head[4] = {};
+  EXPECT_THROW(
+      FWriteSegments(*archive, archive->beginUpdate(), 0, head, 4, head, INT32_MAX - 8, nullptr),
+      int);
+  EXPECT_NE(std::string(recorder->boxes.last()->ptr).find("2 GB を超える"), std::string::npos);
   archive->reloadArchive();
   archive->freeList[0]->pos = 2147483584;  // the footer alone runs past the limit
   archive->root->addFolder(std::string(100, 'n').c_str());

@@ -76,3 +76,18 @@ TEST_F(ArchiveTest, DisplayOrderAndTheNameRule) {
   EXPECT_STREQ(recorder->boxes.last()->ptr, "Kestrom エラー #3000|項目 'z' はすでに存在します");
   EXPECT_TRUE(FCheckNewName(root, "a", a));  // a rename may change the case
 }
+
+TEST_F(ArchiveTest, AVeryDeepTreeIsFreedWithoutRecursion) {
+  // Deeper than any thread's stack could hold one destructor frame per level.
+  TFolder* top = new TFolder;
+  TFolder* folder = top;
+  for (int i = 0; i < 2000000; i++) folder = folder->addFolder("d");
+  TFile* file = new TFile;
+  folder->addChild(file);
+  file->addChild(new TVer);
+  LStr path;
+  file->displayPath(path);
+  // "/" and "d/" for each level; the file has the empty name.
+  EXPECT_EQ(path.length, 1 + 2000000 * 2);
+  delete top;
+}

@@ -68,7 +68,10 @@ std::wstring quoted(const UStr& word) {
   return out + L"\"";
 }
 
-int spawn(const std::vector<std::string>& words, const LStr& in, const LStr& out, const LStr& err) {
+// Starts the program; the child takes the standard streams of this process,
+// which are pointed at the files for the time of the call.
+intptr_t start(const std::vector<std::string>& words, const LStr& in, const LStr& out,
+               const LStr& err) {
   std::vector<std::wstring> args;
   UStr program = wideOf(KST_PROGRAM);
   args.push_back(quoted(program));
@@ -76,8 +79,6 @@ int spawn(const std::vector<std::string>& words, const LStr& in, const LStr& out
   std::vector<const wchar_t*> argv;
   for (const std::wstring& arg : args) argv.push_back(arg.c_str());
   argv.push_back(nullptr);
-  // The child takes the standard streams of this process: they are pointed
-  // at the files for the time of the call.
   const LStr* files[3] = {&in, &out, &err};
   int saved[3];
   std::fflush(nullptr);
@@ -89,12 +90,18 @@ int spawn(const std::vector<std::string>& words, const LStr& in, const LStr& out
     _close(file);
   }
   std::wstring path(reinterpret_cast<const wchar_t*>(program.ptr), program.length);
-  intptr_t status = _wspawnv(_P_WAIT, path.c_str(), argv.data());
+  intptr_t child = _wspawnv(_P_NOWAIT, path.c_str(), argv.data());
   for (int fd = 0; fd < 3; fd++) {
     _dup2(saved[fd], fd);
     _close(saved[fd]);
   }
-  return static_cast<int>(status);
+  return child;
+}
+
+int finish(intptr_t child) {
+  int status;
+  if (child == -1 || _cwait(&status, child, 0) == -1) return -1;
+  return status;
 }
 
 #else
@@ -110,7 +117,8 @@ std::string toLocale(const std::string& text) {
   return std::string(bytes.ptr, bytes.length);
 }
 
-int spawn(const std::vector<std::string>& words, const LStr& in, const LStr& out, const LStr& err) {
+intptr_t start(const std::vector<std::string>& words, const LStr& in, const LStr& out,
+               const LStr& err) {
   std::vector<std::string> args{KST_PROGRAM};
   for (const std::string& word : words) args.push_back(toLocale(word));
   std::vector<char*> argv;
@@ -124,28 +132,62 @@ int spawn(const std::vector<std::string>& words, const LStr& in, const LStr& out
   pid_t child;
   int failed = posix_spawn(&child, KST_PROGRAM, &actions, nullptr, argv.data(), environ);
   posix_spawn_file_actions_destroy(&actions);
-  if (failed != 0) return -1;
+  return failed != 0 ? -1 : child;
+}
+
+int finish(intptr_t child) {
   int wait;
-  if (waitpid(child, &wait, 0) != child || !WIFEXITED(wait)) return -1;
+  pid_t pid = static_cast<pid_t>(child);
+  if (child == -1 || waitpid(pid, &wait, 0) != pid || !WIFEXITED(wait)) return -1;
   return WEXITSTATUS(wait);
 }
 
 #endif
 
+// The three stream files of one run; `tag` tells runs at the same time apart.
+struct Streams {
+  Streams(const char* scratch, const std::string& tag)
+      : in(pathIn(scratch, ("stdin" + tag + ".txt").c_str())),
+        out(pathIn(scratch, ("stdout" + tag + ".txt").c_str())),
+        err(pathIn(scratch, ("stderr" + tag + ".txt").c_str())) {}
+  LStr in;
+  LStr out;
+  LStr err;
+};
+
+KstResult collect(int status, const Streams& streams, bool binaryOutput) {
+  KstResult result;
+  result.status = status;
+  result.rawOut = TestReadFile(streams.out.ptr);
+  if (!binaryOutput) result.out = fromLocale(result.rawOut);
+  result.err = fromLocale(TestReadFile(streams.err.ptr));
+  return result;
+}
+
 }  // namespace
 
 KstResult RunKst(const std::vector<std::string>& words, const char* scratch, bool binaryOutput,
                  const std::string& input) {
-  LStr in = pathIn(scratch, "stdin.txt");
-  LStr out = pathIn(scratch, "stdout.txt");
-  LStr err = pathIn(scratch, "stderr.txt");
-  TestWriteFile(in.ptr, input);
-  KstResult result;
-  result.status = spawn(words, in, out, err);
-  result.rawOut = TestReadFile(out.ptr);
-  if (!binaryOutput) result.out = fromLocale(result.rawOut);
-  result.err = fromLocale(TestReadFile(err.ptr));
-  return result;
+  Streams streams(scratch, "");
+  TestWriteFile(streams.in.ptr, input);
+  int status = finish(start(words, streams.in, streams.out, streams.err));
+  return collect(status, streams, binaryOutput);
+}
+
+std::vector<KstResult> RunKstTogether(const std::vector<std::vector<std::string>>& commands,
+                                      const char* scratch) {
+  std::vector<Streams> streams;
+  for (size_t i = 0; i < commands.size(); i++) {
+    streams.emplace_back(scratch, "-" + std::to_string(i));
+    TestWriteFile(streams[i].in.ptr, "");
+  }
+  std::vector<intptr_t> children;
+  for (size_t i = 0; i < commands.size(); i++)
+    children.push_back(start(commands[i], streams[i].in, streams[i].out, streams[i].err));
+  std::vector<KstResult> results;
+  for (size_t i = 0; i < commands.size(); i++)
+    results.push_back(collect(finish(children[i]), streams[i], false));
+  return results;
 }
 
 std::vector<std::string> LinesOf(const std::string& text) {

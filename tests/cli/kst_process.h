@@ -18,5 +18,9 @@ struct KstResult {
 // captured streams. With binaryOutput, standard output is left as bytes.
 KstResult RunKst(const std::vector<std::string>& words, const char* scratch,
                  bool binaryOutput = false, const std::string& input = "");
+// Starts kst with each list of words at once and waits for all of them;
+// the results come in the order of the commands.
+std::vector<KstResult> RunKstTogether(const std::vector<std::vector<std::string>>& commands,
+                                      const char* scratch);
 // The lines of a text, without line ends.
 std::vector<std::string> LinesOf(const std::string& text);

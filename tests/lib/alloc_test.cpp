@@ -4,7 +4,12 @@
 
 #include <cstdint>
 #include <cstring>
+#include <string>
 #include <vector>
+
+#include "lib/larr.h"
+#include "lib/lstr.h"
+#include "support/recorder.h"
 
 TEST(Alloc, SizeClassesAtTheirBoundaries) {
   int32_t usable;
@@ -75,4 +80,46 @@ TEST(Alloc, LargeBlocksAreCountedBothWays) {
   FAllocStats after = FAllocTotals();
   EXPECT_EQ(after.heapTaken - before.heapTaken, 8192);
   EXPECT_EQ(after.heapReturned - before.heapReturned, 8192);
+}
+
+TEST(Alloc, GrowthReachesTheTopOfThirtyTwoBits) {
+  int32_t request;
+  // The largest block: its usable size is all of 32 bits, less the
+  // terminator or sentinel slot.
+  EXPECT_EQ(FGrowCapacity(INT32_MAX - 1, 1, &request), INT32_MAX - 1);
+  EXPECT_EQ(request, INT32_MAX);
+  EXPECT_EQ(FGrowCapacity(2000000000, 1, &request), INT32_MAX - 1);
+  // Past it no capacity is enough; the string or array must refuse.
+  EXPECT_LT(FGrowCapacity(INT32_MAX, 1, &request), INT32_MAX);
+  EXPECT_EQ(FGrowCapacity(INT32_MAX / 8 - 1, 8, &request), INT32_MAX / 8 - 1);
+  EXPECT_LT(FGrowCapacity(INT32_MAX / 8, 8, &request), INT32_MAX / 8);
+  int32_t usable;
+  EXPECT_EQ(FRoundSize(INT32_MAX, &usable), -1);
+  EXPECT_EQ(usable, INT32_MAX);
+  EXPECT_EQ(FRoundSize(INT32_MAX - 4096, &usable), -1);
+  EXPECT_GE(usable, INT32_MAX - 4096);
+}
+
+TEST(Alloc, TheLargestBlockIsCountedIn64Bits) {
+  FAllocStats before = FAllocTotals();
+  char* block = static_cast<char*>(FAlloc(INT32_MAX));
+  block[INT32_MAX - 1] = 1;
+  EXPECT_EQ(FBlockSize(block), INT32_MAX);
+  FFree(block);
+  FAllocStats after = FAllocTotals();
+  EXPECT_EQ(after.heapTaken - before.heapTaken, int64_t{INT32_MAX} + 4);
+  EXPECT_EQ(after.heapReturned - before.heapReturned, int64_t{INT32_MAX} + 4);
+}
+
+TEST(Alloc, StringsAndArraysRefuseWhatNoBlockHolds) {
+  RecorderScope scope;
+  LStr text("kept");
+  EXPECT_THROW(text.reserve(INT32_MAX), int);
+  EXPECT_STREQ(text.ptr, "kept");
+  LArr array;
+  EXPECT_THROW(array.reserve(INT32_MAX / static_cast<int32_t>(sizeof(intptr_t))), int);
+  EXPECT_EQ(array.count, 0);
+  ASSERT_EQ(scope.recorder->boxes.count, 2);
+  EXPECT_NE(std::string(scope.recorder->boxes[0]->ptr).find("メモリが足りません"),
+            std::string::npos);
 }
