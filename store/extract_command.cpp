@@ -61,6 +61,7 @@ bool destinationOf(TVer* ver, ExtractRun& run, LStr& path) {
        rec = rec->parent)
     chain.add(rec);
   LStr relative;
+  int32_t place = TExtractPlaces::kDestination;
   for (int32_t i = chain.count - 1; i >= 0; i--) {
     const char* name = chain[i]->name();
     SysNameFault fault = SysCheckName(name);
@@ -70,7 +71,7 @@ bool destinationOf(TVer* ver, ExtractRun& run, LStr& path) {
     }
     if (!relative.empty()) relative.append(SysPathSeparator());
     relative.append(name);
-    if (const TRec* holder = run.places.claim(relative.ptr, chain[i])) {
+    if (const TRec* holder = run.places.claim(place, name, chain[i], &place)) {
       LStr taken;
       holder->displayPath(taken);
       refuse(ver, "「%s」は「%s」と同じ場所に展開されるため展開しません", taken.ptr);

@@ -1,25 +1,17 @@
 #include "store/extract_places.h"
 
-#include <cstring>
-
-#include "lib/strfunc.h"
+#include "lib/lstr.h"
 #include "lib/sys.h"
 
-const TRec* TExtractPlaces::claim(const char* relative, const TRec* owner) {
-  LStr key;
-  SysPathKey(relative, key);
-  intptr_t found = index_.findStr(key.ptr, [](intptr_t element, const void* wanted) {
-    const Place* place =
-        reinterpret_cast<const Place*>(reinterpret_cast<LIntPair*>(element)->value);
-    return std::strcmp(place->key.ptr, static_cast<const char*>(wanted));
-  });
-  if (found != 0) {
-    const Place* place = reinterpret_cast<const Place*>(reinterpret_cast<LIntPair*>(found)->value);
-    return place->owner == owner ? nullptr : place->owner;
-  }
-  Place* place = new Place{key, owner};
-  places_.add(place);
-  // The pair's key is the text's hash, so that findStr looks in its bucket.
-  index_.addPair(static_cast<intptr_t>(FHashStr(key.ptr)), reinterpret_cast<intptr_t>(place));
+const TRec* TExtractPlaces::claim(int32_t parent, const char* name, const TRec* owner,
+                                  int32_t* place) {
+  LStr nameKey;
+  SysPathKey(name, nameKey);
+  std::string key(reinterpret_cast<const char*>(&parent), sizeof parent);
+  key.append(nameKey.ptr, nameKey.length);
+  auto found = places_.emplace(key, Place{static_cast<int32_t>(places_.size()), owner});
+  const Place& taken = found.first->second;
+  if (taken.owner != owner) return taken.owner;
+  *place = taken.id;
   return nullptr;
 }
