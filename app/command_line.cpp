@@ -16,7 +16,8 @@ void FParseCommandLine(const char* commandLine, TStartArgs& out) {
   options.addStrc("cf", &out.settingsName, nullptr);
   LStrs words;
   FSplitCommandLine(commandLine, words);
-  for (const LStr* word : words) {
+  for (int32_t i = 1; i < words.count; i++) {
+    const LStr* word = words[i];
     if (options.parseArg(word->ptr) != 0) continue;
     if (word->length > 0 && (word->ptr[0] == '-' || word->ptr[0] == '/'))
       FError(kMsgErrorBox, "オプションが正しくありません : %s", word->ptr);

@@ -13,7 +13,8 @@ struct TStartArgs {
   LStr settingsName;     // -cf:path; empty keeps the default name
 };
 
-// Fills `out` from the words of the command line: -af:path, -ol[:0|1] and
+// Fills `out` from the words of the command line after the program's own
+// name: -af:path, -ol[:0|1] and
 // -cf:path, the rest plain arguments. An option that no descriptor takes,
 // or a plain word beginning with "-" or "/", is the error box 3000
 // "オプションが正しくありません : %s" (it throws).

@@ -179,10 +179,10 @@ void TMainLogic::openRecent(int32_t index) {
   openArchives(one, false);
 }
 
-void TMainLogic::forwardToRunning(LStrs& paths) {
+void FForwardToRunning(LStrs& paths, TRunningCopies& copies) {
   if (FConfig() == nullptr || FConfig()->otherInstance == 0) return;
   for (int32_t i = 0; i < paths.count;) {
-    if (view_.bringForwardCopyWith(FFullPath(paths[i]->ptr).ptr))
+    if (copies.bringForwardCopyWith(FFullPath(paths[i]->ptr).ptr))
       paths.removeRange(i, 1);
     else
       i++;
@@ -192,7 +192,7 @@ void TMainLogic::forwardToRunning(LStrs& paths) {
 void TMainLogic::openArchives(const LStrs& paths, bool inNewProcessOnly) {
   LStrs left;
   for (const LStr* path : paths) left.add(new LStr(*path));
-  forwardToRunning(left);
+  FForwardToRunning(left, view_);
   int32_t first = 0;
   if (left.count > 0 && FThread() == nullptr && holdsEmptyUntitled() && !inNewProcessOnly) {
     if (fcClose(/*makeFresh=*/false)) {

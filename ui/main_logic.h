@@ -12,6 +12,7 @@
 
 class TApp;
 class TMainView;
+class TRunningCopies;
 class TRec;
 class TWorkSet;
 
@@ -43,10 +44,6 @@ class TMainLogic {
   void fcExt();
   void fcDel();
 
-  // Removes each argument that another running copy has open, bringing
-  // that copy forward.
-  void forwardToRunning(LStrs& paths);
-
  private:
   bool holdsEmptyUntitled() const;
   bool checkAddTarget(TRec* target, const LStrs& paths, bool confirm);
@@ -55,6 +52,9 @@ class TMainLogic {
   TApp& app_;
 };
 
+// When another copy of the program was running at start, removes each path
+// that a running copy has open, bringing that copy forward.
+void FForwardToRunning(LStrs& paths, TRunningCopies& copies);
 // The archive path that a save dialog's answer stands for: a name ending in
 // "." loses the dot and keeps no extension, a name without an extension
 // gets ".kst", a name beginning with "." stays as it is.

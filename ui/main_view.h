@@ -22,10 +22,17 @@ struct TFileChoice {
   LStrs chosen;           // full paths, several for the open dialog
 };
 
-class TMainView {
+// The other running copies of the program, as forwarding needs them.
+class TRunningCopies {
  public:
-  virtual ~TMainView() = default;
+  virtual ~TRunningCopies() = default;
+  // Another copy of the program that has exactly this archive open comes
+  // to the front; false when there is none.
+  virtual bool bringForwardCopyWith(const char* fullPath) = 0;
+};
 
+class TMainView : public TRunningCopies {
+ public:
   // A question box: yes/no, or yes/no/cancel.
   virtual TAnswer ask(const char* question, bool withCancel) = 0;
   // The system's open dialog (several files) and save dialog (one file,
@@ -48,9 +55,6 @@ class TMainView {
   virtual TRec* treeSelected() = 0;
   virtual bool treeHasFocus() = 0;
 
-  // Another copy of the program that has exactly this archive open comes
-  // to the front; false when there is none.
-  virtual bool bringForwardCopyWith(const char* fullPath) = 0;
   // Starts a new copy of the program with one argument (null: none).
   virtual void startCopy(const char* argument) = 0;
   virtual void pause(int32_t milliseconds) = 0;

@@ -9,7 +9,8 @@ namespace {
 
 TEST(CommandLine, OptionsAndPlainArguments) {
   TStartArgs start;
-  FParseCommandLine("-af:\"C:\\My Files\\a.kst\" /ol x.txt \"資料 2\\y.txt\" -cf:my.ini", start);
+  FParseCommandLine("kestrom -af:\"C:\\My Files\\a.kst\" /ol x.txt \"資料 2\\y.txt\" -cf:my.ini",
+                    start);
   EXPECT_STREQ("C:\\My Files\\a.kst", start.archivePath.ptr);
   EXPECT_EQ(1, start.openLast);
   EXPECT_STREQ("my.ini", start.settingsName.ptr);
@@ -20,13 +21,13 @@ TEST(CommandLine, OptionsAndPlainArguments) {
 
 TEST(CommandLine, OpenLastTakesAnExplicitZero) {
   TStartArgs start;
-  FParseCommandLine("-ol:0", start);
+  FParseCommandLine("\"C:\\Program Files\\kestrom.exe\" -ol:0", start);
   EXPECT_EQ(0, start.openLast);
   EXPECT_EQ(0, start.args.count);
 }
 
 TEST(CommandLine, UnknownOptionIsTheErrorBox) {
-  for (const char* line : {"-foo", "a.kst /x", "-afx:b.kst"}) {
+  for (const char* line : {"k -foo", "k a.kst /x", "k -afx:b.kst"}) {
     RecorderScope recorder;
     TStartArgs start;
     int thrown = 0;
