@@ -80,7 +80,8 @@ finish() {
 }
 kst() {
   case "$kst_program" in
-    *.exe) wine "$kst_program" "$@" ;;
+    # The Windows build writes code page 932 into a pipe.
+    *.exe) wine "$kst_program" "$@" | iconv -f CP932 -t UTF-8 ;;
     *) "$kst_program" "$@" ;;
   esac
 }
