@@ -3,9 +3,10 @@
 # the machine lacks. Safe to run again: it only acts on what is missing.
 set -euo pipefail
 
+# fonts-wine holds the glyphs of the title bars' buttons that Wine draws.
 packages=(cmake g++ make libgtest-dev libbenchmark-dev googletest
           g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix
-          wine wine64 xvfb xdotool locales fonts-noto-cjk
+          wine wine64 fonts-wine xvfb xdotool locales fonts-noto-cjk
           clang libclang-rt-14-dev xdelta3 zstd)
 
 missing=()

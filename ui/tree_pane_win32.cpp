@@ -10,11 +10,10 @@
 #include "win/shell_icons.h"
 
 namespace {
-// A node's tag: the kind of its record, for nothing but the reader's eye.
-void insertChild(LTreeView& tree, HTREEITEM node, TRec* child) {
+HTREEITEM insertChild(LTreeView& tree, HTREEITEM node, TRec* child) {
   bool folder = child->isFolder() != 0;
-  tree.insert(node, child->name(), FIconOf(child->name(), folder, false),
-              FIconOf(child->name(), folder, folder), child->kind());
+  return tree.insert(node, child->name(), FIconOf(child->name(), folder, false),
+                     FIconOf(child->name(), folder, folder), /*tag=*/0);
 }
 }  // namespace
 
@@ -23,7 +22,7 @@ void TTreePane::loadRoot(TFolder* root, const char* label, bool untitled) {
   if (root == nullptr) return;
   // The icon of an archive file, made up for the untitled one.
   int icon = FIconOf(untitled ? "1.kst" : label, false, false);
-  HTREEITEM node = insert(nullptr, label, icon, icon, root->kind());
+  HTREEITEM node = insert(nullptr, label, icon, icon, /*tag=*/0);
   addChildren(node, root);
   loadAhead(node);
   select(node);
@@ -40,8 +39,7 @@ void TTreePane::addChildren(HTREEITEM node, TFolder* folder) {
   for (TRec* child : children) {
     HTREEITEM existing = findChild(node, child->name());
     if (existing == nullptr) {
-      insertChild(*this, node, child);
-      existing = findChild(node, child->name());
+      existing = insertChild(*this, node, child);
       added = true;
     }
     order.add(existing);

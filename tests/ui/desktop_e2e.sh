@@ -25,6 +25,7 @@ done
 
 work="$(mktemp -d)"
 mkdir -p "$out" "$work/fb"
+rm -f "$out/failure.png"
 display=""
 for n in $(seq 140 199); do
   [ -e "/tmp/.X$n-lock" ] || { display=":$n"; break; }
