@@ -1,6 +1,7 @@
 #include "cli/cli_session.h"
 
 #include "app/app.h"
+#include "app/command_line.h"
 #include "app/work_dir.h"
 #include "archive/archive.h"
 #include "lib/file_util.h"
@@ -11,15 +12,7 @@
 #include "store/version_io.h"
 #include "store/work_set.h"
 
-LStr FDefaultSettingsPath() {
-  LStr path;
-  if (!SysLocalAppDataFolder(path)) return LStr();
-  FAddSep(path);
-  path.append("OrvaSoft");
-  FAddSep(path);
-  path.append("Kestrom.ini");
-  return path;
-}
+LStr FDefaultSettingsPath() { return FResolveSettingsPath(kSettingsName); }
 
 TCliSession::TCliSession(const char* settingsPath)
     : mainThread_(new LMainThread), app_(new TApp), host_(*app_) {

@@ -5,10 +5,11 @@ set -euo pipefail
 . "$(dirname "$0")/require.sh"
 require apt-get:apt dpkg-query:dpkg
 
+# fonts-wine holds the glyphs of the title bars' buttons that Wine draws.
 packages=(cmake g++ make libgtest-dev libbenchmark-dev googletest
           g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix
-          wine wine64 xvfb xdotool locales fonts-noto-cjk
-          clang libclang-rt-14-dev xdelta3 zstd)
+          wine wine64 fonts-wine xvfb xdotool locales fonts-noto-cjk
+          clang libclang-rt-14-dev xdelta3 zstd python3)
 
 missing=()
 for p in "${packages[@]}"; do

@@ -12,7 +12,7 @@ here="$(pwd)/scripts"
 require cmake:cmake ctest:cmake g++:g++ clang++:clang \
   x86_64-w64-mingw32-g++-posix:g++-mingw-w64-x86-64-posix \
   i686-w64-mingw32-g++-posix:g++-mingw-w64-i686-posix \
-  wine:wine wineboot:wine wineserver:wine Xvfb:xvfb xdotool:xdotool
+  wine:wine wineboot:wine wineserver:wine Xvfb:xvfb xdotool:xdotool python3:python3
 "$here/wine-prefix.sh"
 
 for preset in linux linux-asan; do

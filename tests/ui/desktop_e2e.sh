@@ -1,0 +1,158 @@
+#!/usr/bin/env bash
+# The desktop program end to end, under Wine on a virtual display of its own:
+# files given on the command line go into the untitled archive, which is
+# saved with Ctrl+S through the save dialog; kst finds both files in it; a
+# second copy started on the same archive hands it to the first and leaves;
+# closing writes the settings and removes the work folders; an unknown
+# option shows its box and ends with exit code 2. Screenshots of the folder
+# view and the version view are left in the output folder.
+#
+# Usage: desktop_e2e.sh KESTROM_EXE KST_PROGRAM OUTPUT_FOLDER
+# KST_PROGRAM is kst for this machine, or kst.exe (run under Wine).
+set -euo pipefail
+kestrom="$(realpath "$1")"
+kst_program="$(realpath "$2")"
+out="$(realpath -m "$3")"
+here="$(cd "$(dirname "$0")/../../scripts" && pwd)"
+
+. "$here/require.sh"
+require Xvfb:xvfb xdotool:xdotool wine:wine python3:python3
+. "$here/wine-env.sh"
+
+work="$(mktemp -d)"
+mkdir -p "$out" "$work/fb"
+rm -f "$out/failure.png"
+display=""
+for n in $(seq 140 199); do
+  [ -e "/tmp/.X$n-lock" ] || { display=":$n"; break; }
+done
+Xvfb "$display" -screen 0 1024x768x24 -fbdir "$work/fb" -nolisten tcp >/dev/null 2>&1 &
+xvfb_pid=$!
+cleanup() {
+  kill "$xvfb_pid" 2>/dev/null || true
+  rm -rf "$work"
+}
+trap cleanup EXIT
+export DISPLAY="$display"
+for _ in $(seq 50); do xdotool getmouselocation >/dev/null 2>&1 && break; sleep 0.1; done
+
+fail() {
+  echo "desktop_e2e: $*" >&2
+  python3 "$here/xvfb-shot.py" "$work/fb" "$out/failure.png" || true
+  exit 1
+}
+# Waits for a window whose name matches; prints its id.
+window() {
+  local id
+  for _ in $(seq 300); do
+    id="$(xdotool search --name "$1" 2>/dev/null | head -n 1 || true)"
+    [ -n "$id" ] && { echo "$id"; return 0; }
+    sleep 0.1
+  done
+  fail "no window named '$1'"
+}
+no_window() {
+  for _ in $(seq 100); do
+    xdotool search --name "$1" >/dev/null 2>&1 || return 0
+    sleep 0.1
+  done
+  fail "window '$1' is still there"
+}
+keys() {
+  local id="$1"
+  shift
+  xdotool windowfocus --sync "$id" 2>/dev/null || true
+  xdotool key --delay 80 "$@"
+  sleep 0.5
+}
+# Closes the main window as a user does, through the File menu.
+close_window() {
+  keys "$1" alt+f
+  keys "$1" x
+}
+# Waits for a background process; its exit code goes to $code.
+finish() {
+  code=0
+  wait "$1" || code=$?
+}
+kst() {
+  case "$kst_program" in
+    # The Windows build writes code page 932 into a pipe.
+    *.exe) wine "$kst_program" "$@" | iconv -f CP932 -t UTF-8 ;;
+    *) "$kst_program" "$@" ;;
+  esac
+}
+winpath() { echo "Z:${1//\//\\}"; }
+shot() {
+  local id="$1" name="$2" geometry
+  sleep 1
+  geometry="$(xdotool getwindowgeometry --shell "$id")"
+  eval "$geometry"
+  python3 "$here/xvfb-shot.py" "$work/fb" "$out/$name" "$X" "$Y" "$WIDTH" "$HEIGHT"
+}
+
+cd "$work"
+mkdir 資料
+printf 'Kestrom のメモ\n' > メモ.txt
+printf '第一版の報告\n' > 資料/報告書.txt
+ini="$(winpath "$work/settings.ini")"
+
+echo "== files on the command line go into the untitled archive; Ctrl+S saves it"
+wine "$kestrom" "-cf:$ini" メモ.txt 資料 &
+first=$!
+main="$(window '^Kestrom - ')"
+sleep 3
+keys "$main" ctrl+s
+save="$(window '名前を付けて保存')"
+keys "$save" ctrl+a
+xdotool type --delay 20 "$(winpath "$work/saved.kst")"
+keys "$save" Return
+no_window '名前を付けて保存'
+window '^Kestrom - .*saved\.kst' >/dev/null
+[ -f "$work/saved.kst" ] || fail "saved.kst was not written"
+close_window "$main"
+finish "$first"
+[ "$code" = 0 ] || fail "the first run ended with $code"
+listing="$(kst ls saved.kst / --settings "$work/none.ini" 2>&1 || true)
+$(kst ls saved.kst /資料 --settings "$work/none.ini" 2>&1 || true)"
+echo "$listing"
+grep -q 'メモ.txt' <<<"$listing" || fail "kst does not find メモ.txt"
+grep -q '報告書.txt' <<<"$listing" || fail "kst does not find 報告書.txt"
+
+echo "== a second copy on the same archive hands it to the first"
+sleep 1
+printf '第二版の報告、少し長く\n' > 資料/報告書.txt
+kst add saved.kst 資料 --settings "$work/none.ini" >/dev/null
+wine "$kestrom" "-cf:$ini" "-af:$(winpath "$work/saved.kst")" &
+first=$!
+main="$(window '^Kestrom - .*saved\.kst')"
+sleep 2
+shot "$main" folder-view.png
+# Down the tree to the folder, then to the file with two versions.
+keys "$main" Down Right Right
+shot "$main" version-view.png
+wine "$kestrom" "-cf:$ini" "$(winpath "$work/saved.kst")" &
+second=$!
+finish "$second"
+[ "$code" = 0 ] || fail "the second copy ended with $code"
+[ "$(xdotool search --name '^Kestrom - ' | wc -l)" = 1 ] || fail "the second copy opened a window"
+close_window "$main"
+finish "$first"
+[ "$code" = 0 ] || fail "closing ended with $code"
+[ -f "$work/settings.ini" ] || fail "the settings were not written"
+base="$(sed -n 's/^tmpDirBase=//p' "$work/settings.ini" | tr -d '\r"')"
+sub="$(sed -n 's/^tmpSubdir=//p' "$work/settings.ini" | tr -d '\r"')"
+shared="$(winepath -u "$base$sub" 2>/dev/null || true)"
+[ -n "$sub" ] || fail "no tmpSubdir in the settings"
+[ ! -d "$shared" ] || fail "the work folders remain in $shared"
+
+echo "== an unknown option shows its box and ends with 2"
+wine "$kestrom" -foo &
+run=$!
+box="$(window 'Kestrom エラー')"
+shot "$box" unknown-option.png
+keys "$box" Return
+finish "$run"
+[ "$code" = 2 ] || fail "-foo ended with $code"
+[ -f "$work/Kestrom.ini" ] || fail "the default settings were not written to the current folder"
+echo "desktop_e2e: all checks passed; screenshots in $out"

@@ -1,0 +1,82 @@
+// A stand-in for the main window: it answers questions and dialogs from a
+// script and records what the flows told it.
+#pragma once
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "app/worker.h"
+#include "lib/lstr.h"
+#include "ui/main_view.h"
+
+class ScriptedView : public TMainView {
+ public:
+  std::deque<TAnswer> answers;     // for ask, in order
+  std::deque<std::string> saveAs;  // chosen paths of the save dialog; "" cancels
+  std::deque<std::string> toOpen;  // one chosen path per open dialog; "" cancels
+  std::vector<std::string> questions;
+  std::vector<std::string> started;  // arguments of new copies
+  std::vector<std::string> forwardedTo;
+  std::vector<std::string> othersHave;  // full paths open in other copies
+  TFileChoice lastChoice;
+  std::string title, rootLabel, status;
+  TRecList selected;
+  TRec* tree = nullptr;
+  bool treeFocus = true;
+  int commandUpdates = 0;
+  std::vector<int32_t> commands;  // ids of the commands started
+
+  TAnswer ask(const char* question, bool) override {
+    questions.push_back(question);
+    TAnswer a = answers.empty() ? kAnswerNo : answers.front();
+    if (!answers.empty()) answers.pop_front();
+    return a;
+  }
+  bool chooseArchivesToOpen(TFileChoice& choice) override { return choose(choice, toOpen); }
+  bool chooseArchiveToSave(TFileChoice& choice) override { return choose(choice, saveAs); }
+  bool chooseFolder(const char*, LStr&) override { return false; }
+  bool documentsFolder(LStr& folder) override {
+    folder = "docs";
+    return true;
+  }
+  void setTitle(const char* windowTitle, const char* label) override {
+    title = windowTitle;
+    rootLabel = label;
+  }
+  void setStatus(const char* text) override { status = text; }
+  void updateCommands() override { commandUpdates++; }
+  void selection(TRecList& out) override {
+    out.clear();
+    out.addAll(selected);
+  }
+  TRec* treeSelected() override { return tree; }
+  bool treeHasFocus() override { return treeFocus; }
+  bool bringForwardCopyWith(const char* fullPath) override {
+    for (const std::string& other : othersHave)
+      if (other == fullPath) {
+        forwardedTo.push_back(fullPath);
+        return true;
+      }
+    return false;
+  }
+  void startCopy(const char* argument) override { started.push_back(argument ? argument : ""); }
+  void pause(int32_t) override {}
+  void startCommand(TThread* thread) override {
+    commands.push_back(thread->cmdId);
+    delete thread;
+  }
+
+ private:
+  bool choose(TFileChoice& choice, std::deque<std::string>& script) {
+    lastChoice.folder = choice.folder;
+    lastChoice.name = choice.name;
+    if (script.empty()) return false;
+    std::string path = script.front();
+    script.pop_front();
+    if (path.empty()) return false;
+    choice.chosen.add(new LStr(path.c_str()));
+    choice.filterIdx = 2;
+    return true;
+  }
+};

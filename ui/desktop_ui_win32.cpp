@@ -1,0 +1,77 @@
+#include "ui/desktop_ui_win32.h"
+
+#include "app/worker.h"
+#include "lib/liblock.h"
+#include "lib/sys.h"
+#include "ui/main_win_win32.h"
+
+TDesktopUi::TDesktopUi(TMainWin& win) : win_(win), mainThread_(GetCurrentThreadId()) {}
+
+void TDesktopUi::post() {
+  // Called under the library lock: one notice until the window has drawn.
+  if (posted_) return;
+  posted_ = true;
+  PostMessageA(win_.hwnd, WM_USER, 0, 0);
+}
+
+void TDesktopUi::setStatus(const char* text) {
+  if (GetCurrentThreadId() == mainThread_) {
+    win_.setStatus(text);
+    return;
+  }
+  FLibGuard guard;
+  pendingText_ = text;
+  post();
+}
+
+void TDesktopUi::showPercent(int32_t percent) {
+  FLibGuard guard;
+  pendingPercent_ = percent < 0 ? 0 : percent > 100 ? 100 : percent;
+  post();
+}
+
+void TDesktopUi::showPending() {
+  LStr text;
+  int32_t percent;
+  {
+    FLibGuard guard;
+    text.swap(pendingText_);
+    percent = pendingPercent_;
+    pendingPercent_ = -1;
+    posted_ = false;
+  }
+  if (!text.empty()) win_.setStatus(text.ptr);
+  if (percent >= 0) win_.setPercent(percent);
+}
+
+void TDesktopUi::setStatus2(const char* text) { win_.setStatusPart(2, text); }
+void TDesktopUi::beginProgress() { win_.showProgress(true); }
+void TDesktopUi::endProgress() { win_.showProgress(false); }
+
+bool TDesktopUi::askYesNo(const char* question) { return win_.ask(question, false) == kAnswerYes; }
+
+void TDesktopUi::postCompletion() { PostMessageA(win_.hwnd, WM_COMMAND, kCmdWorkerDone, 0); }
+
+// Search is not started by this window yet: it has no rows to take.
+void TDesktopUi::searchHit(TVer*) {}
+
+void TDesktopUi::commandFinished(TThread& thread) { win_.commandFinished(thread); }
+
+void TDesktopMsg::output(int number, const char* position, const char* /*level*/,
+                         const char* text) {
+  if (number == 0 && position == nullptr) {
+    // Plain messages are traces; the desktop has no console to show them.
+    return;
+  }
+  LStr title("Kestrom ");
+  title.append(number < kMsgWarning ? "エラー" : number < 39999 ? "警告" : "メッセージ");
+  LStr body;
+  if (position != nullptr) body.format("%s: ", position);
+  body.append(text);
+  showBox(number < kMsgWarning ? 'e' : number < 39999 ? 'w' : 'm', title.ptr, body.ptr);
+}
+
+int TDesktopMsg::showBox(char kind, const char* title, const char* text) {
+  UINT icon = kind == 'e' ? MB_ICONERROR : kind == 'w' ? MB_ICONWARNING : MB_ICONINFORMATION;
+  return SysMessageBox(title, text, MB_OK | MB_TOPMOST | icon);
+}

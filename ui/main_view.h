@@ -1,0 +1,63 @@
+// The main window as the decisions of ui/ see it: the questions and dialogs
+// it shows, the state of its panes, and the few system services (other
+// copies of the program, the shell) that the flows need. The desktop program
+// implements it with its window; the tests with a script.
+#pragma once
+
+#include <cstdint>
+
+#include "lib/larr.h"
+#include "lib/lstr.h"
+#include "ui/selection.h"
+
+class TThread;
+
+enum TAnswer : int32_t { kAnswerYes, kAnswerNo, kAnswerCancel };
+
+// An archive file dialog: what it starts with, and what the user chose.
+struct TFileChoice {
+  LStr folder;            // initial folder
+  LStr name;              // initial name (save dialog)
+  int32_t filterIdx = 0;  // the filter, as `arcDlgFilterIdx` keeps it
+  LStrs chosen;           // full paths, several for the open dialog
+};
+
+// The other running copies of the program, as forwarding needs them.
+class TRunningCopies {
+ public:
+  virtual ~TRunningCopies() = default;
+  // Another copy of the program that has exactly this archive open comes
+  // to the front; false when there is none.
+  virtual bool bringForwardCopyWith(const char* fullPath) = 0;
+};
+
+class TMainView : public TRunningCopies {
+ public:
+  // A question box: yes/no, or yes/no/cancel.
+  virtual TAnswer ask(const char* question, bool withCancel) = 0;
+  // The system's open dialog (several files) and save dialog (one file,
+  // default extension "kst"); false when cancelled.
+  virtual bool chooseArchivesToOpen(TFileChoice& choice) = 0;
+  virtual bool chooseArchiveToSave(TFileChoice& choice) = 0;
+  // The system's folder browser; false when cancelled.
+  virtual bool chooseFolder(const char* title, LStr& folder) = 0;
+  // The user's documents folder; false when there is none.
+  virtual bool documentsFolder(LStr& folder) = 0;
+
+  virtual void setTitle(const char* windowTitle, const char* rootLabel) = 0;
+  virtual void setStatus(const char* text) = 0;
+  // Recomputes the enabled state of the commands (updateCommands).
+  virtual void updateCommands() = 0;
+
+  // The panes: the records a command works on (getSelection), the tree
+  // pane's selected record, and whether the tree pane has the focus.
+  virtual void selection(TRecList& out) = 0;
+  virtual TRec* treeSelected() = 0;
+  virtual bool treeHasFocus() = 0;
+
+  // Starts a new copy of the program with one argument (null: none).
+  virtual void startCopy(const char* argument) = 0;
+  virtual void pause(int32_t milliseconds) = 0;
+  // Makes the command the running one and starts it on the worker.
+  virtual void startCommand(TThread* thread) = 0;
+};

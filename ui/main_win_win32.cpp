@@ -1,0 +1,611 @@
+#include "ui/main_win_win32.h"
+
+#include <windows.h>
+
+#include <commdlg.h>
+#include <shellapi.h>
+#include <shlobj.h>
+
+#include <cstring>
+#include <initializer_list>
+
+#include "app/app.h"
+#include "app/config.h"
+#include "app/worker.h"
+#include "archive/archive.h"
+#include "archive/record.h"
+#include "lib/file_util.h"
+#include "lib/path_parts.h"
+#include "store/work_set.h"
+#include "ui/command_state.h"
+#include "ui/command_table.h"
+#include "ui/desktop_ui_win32.h"
+#include "ui/pane_logic.h"
+#include "ui/running_copies_win32.h"
+#include "win/shell_icons.h"
+
+const char* const kMainClass = "KST1414";
+
+namespace {
+TMainWin* gMainWin = nullptr;
+
+const int kSplitGap = 2;
+// Status bar parts in character units, idle and with a command running.
+const int32_t kIdleParts[] = {-2, -1, 7, 0};
+const int32_t kBusyParts[] = {30, -1, 7, 0};
+const char kArchiveFilter[] = "KST ファイル (*.kst)\0*.kst\0すべてのファイル (*.*)\0*.*\0";
+// Room for the open dialog's several names.
+const DWORD kNamesRoom = 32768;
+
+// The toolbar's pictures come from the system's standard and view sets.
+int pictureOf(int32_t id, int standard, int view) {
+  switch (id) {
+    case kCmdNew:
+      return standard + STD_FILENEW;
+    case kCmdOpen:
+      return standard + STD_FILEOPEN;
+    case kCmdAdd:
+      return standard + STD_PASTE;
+    case kCmdExtract:
+      return standard + STD_COPY;
+    case kCmdDelete:
+      return standard + STD_DELETE;
+    case kCmdNewFolder:
+      return view + VIEW_NEWFOLDER;
+    case kCmdStop:
+      return standard + STD_UNDO;
+    case kCmdSearch:
+      return standard + STD_FIND;
+    default:
+      return standard + STD_PROPERTIES;
+  }
+}
+}  // namespace
+
+TMainWin* FMainWin() { return gMainWin; }
+
+LStr TMainToolbar::tipText(int32_t id) { return FToolTipText(id); }
+void TMainToolbar::onHotButton(int32_t id) {
+  bool enabled = id != 0 && SendMessageA(ctrl, TB_ISBUTTONENABLED, id, 0) != 0;
+  owner_.showHelp(enabled ? id : 0);
+}
+
+TMainWin::TMainWin(TApp& app, TConfig& config)
+    : app_(app),
+      config_(config),
+      logic_(*this, app),
+      toolbar_(*this),
+      tree_(*this),
+      list_(*this, app) {
+  gMainWin = this;
+}
+
+TMainWin::~TMainWin() {
+  delete progress_;
+  delete menuBar_;
+  if (font_ != nullptr) DeleteObject(font_);
+  gMainWin = nullptr;
+}
+
+void TMainWin::createWindow() {
+  FRegisterWinClass(kMainClass);
+  ownsLoop = true;
+  const TRect32& r = app_.rcMain;
+  create(kMainClass, "Kestrom", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, WS_EX_ACCEPTFILES, r.left,
+         r.top, r.width, r.height, nullptr, nullptr);
+  ShowWindow(hwnd, SW_SHOW);
+  SetFocus(tree_.ctrl);
+}
+
+int TMainWin::onCreate() {
+  // The system's user-interface font, with the Japanese character set.
+  NONCLIENTMETRICSA metrics = {};
+  metrics.cbSize = sizeof(metrics);
+  SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0);
+  metrics.lfMessageFont.lfCharSet = SHIFTJIS_CHARSET;
+  font_ = CreateFontIndirectA(&metrics.lfMessageFont);
+
+  toolbar_.create(this);
+  int standard = toolbar_.addSystemPictures(IDB_STD_SMALL_COLOR);
+  int view = toolbar_.addSystemPictures(IDB_VIEW_SMALL_COLOR);
+  int32_t buttons = 0;
+  const int32_t* ids = FToolbarButtons(&buttons);
+  for (int32_t i = 0; i < buttons; i++)
+    toolbar_.addButton(ids[i], pictureOf(ids[i], standard, view));
+  status_.create(hwnd);
+  status_.setFont(font_);
+  tree_.create(this);
+  tree_.setFont(font_);
+  tree_.setImageList(FSystemImages(true));
+  list_.create(this);
+  list_.setFont(font_);
+  list_.start(app_.lvMode);
+  buildMenus();
+  return 0;
+}
+
+void TMainWin::buildMenus() {
+  menuBar_ = new LMenu(/*bar=*/true);
+  int32_t count = 0;
+  const TMenuDef* bar = FMenuBar(&count);
+  for (int32_t p = 0; p < count && p < 4; p++) {
+    LMenu* popup = new LMenu(false);
+    popups_[p] = popup;
+    for (int32_t i = 0; i < bar[p].count; i++) {
+      if (bar[p].ids[i] == kSeparator)
+        popup->separator();
+      else
+        popup->append(bar[p].ids[i], FMenuText(bar[p].ids[i], true).ptr);
+    }
+    menuBar_->appendPopup(*popup, bar[p].title);
+  }
+  fileMenu_ = popups_[0];
+  viewMenu_ = popups_[2];
+  fillFileMenu();
+  SetMenu(hwnd, menuBar_->handle);
+}
+
+void TMainWin::fillFileMenu() {
+  fileMenu_->removeAll();
+  LInts ids;
+  FFileMenu(app_.mru.count, ids);
+  for (int32_t id : ids) {
+    if (id == kSeparator)
+      fileMenu_->separator();
+    else if (id >= kCmdRecentFirst && id <= kCmdRecentLast)
+      fileMenu_->append(
+          id, FRecentMenuText(id - kCmdRecentFirst, app_.mru[id - kCmdRecentFirst]->ptr).ptr);
+    else
+      fileMenu_->append(id, FMenuText(id, true).ptr);
+  }
+}
+
+void TMainWin::layout() {
+  RECT client;
+  GetClientRect(hwnd, &client);
+  int toolbarHeight = toolbar_.height();
+  toolbar_.move(0, 0, client.right, toolbarHeight);
+  SendMessageA(status_.hwnd, WM_SIZE, 0, 0);
+  status_.setParts(progress_ != nullptr ? kBusyParts : kIdleParts);
+  top_ = toolbarHeight;
+  bottom_ = client.bottom - status_.height();
+  int left = app_.leftWidth;
+  tree_.move(0, top_, left, bottom_ - top_);
+  list_.move(left + kSplitGap, top_, client.right - left - kSplitGap, bottom_ - top_);
+}
+
+int TMainWin::onSize(int, int) {
+  layout();
+  return 0;
+}
+
+bool TMainWin::inSplitter(int x, int y) {
+  return x >= app_.leftWidth && x < app_.leftWidth + kSplitGap && y >= top_ && y < bottom_;
+}
+
+int TMainWin::onLButtonDown(int x, int y) {
+  if (!inSplitter(x, y)) return 1;
+  dragging_ = true;
+  SetCapture(hwnd);
+  return 0;
+}
+
+int TMainWin::onMouseMove(int x, int) {
+  if (!dragging_) return 1;
+  RECT client;
+  GetClientRect(hwnd, &client);
+  if (x >= 10 && x < client.right - 10) {
+    app_.leftWidth = x;
+    layout();
+  }
+  return 0;
+}
+
+int TMainWin::onLButtonUp(int x, int y) {
+  if (!dragging_) return 1;
+  dragging_ = false;
+  ReleaseCapture();
+  onMouseMove(x, y);
+  return 0;
+}
+
+int TMainWin::onSetCursor() {
+  POINT point;
+  GetCursorPos(&point);
+  ScreenToClient(hwnd, &point);
+  if (!dragging_ && !inSplitter(point.x, point.y)) return 1;
+  SetCursor(LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_SIZEWE)));
+  return 2;
+}
+
+TCommandState TMainWin::commandState() {
+  TRecList records;
+  selection(records);
+  TCommandState state;
+  state.kinds = FSelKinds(records);
+  state.busy = FThread() != nullptr;
+  // Search starts with the conditions dialog, which comes with the dialogs
+  // of the commands; until then it stays off.
+  state.allowsFind = false;
+  TRec* treeRec = tree_.selectedRecord();
+  state.treeOnFolder = treeRec != nullptr && treeRec->isFolder();
+  return state;
+}
+
+void TMainWin::updateCommands() {
+  if (hwnd == nullptr || menuBar_ == nullptr) return;
+  TCommandState state = commandState();
+  int32_t count = 0;
+  const int32_t* ids = FGovernedCommands(&count);
+  for (int32_t i = 0; i < count; i++) {
+    bool on = FCommandEnabled(ids[i], state);
+    for (LMenu* popup : popups_) popup->enable(ids[i], on);
+    toolbar_.enable(ids[i], on);
+  }
+}
+
+void TMainWin::selection(TRecList& out) {
+  TRecList listSelected;
+  list_.selectedRecords(listSelected);
+  FChooseSelection(list_.hasFocus(), listSelected, tree_.selectedRecord(), false, out);
+}
+
+int TMainWin::onInitMenuPopup(HMENU menu) {
+  if (menu == fileMenu_->handle) fillFileMenu();
+  updateCommands();
+  if (menu == viewMenu_->handle) {
+    for (int32_t id : {kCmdLargeIcons, kCmdSmallIcons, kCmdListMode, kCmdDetails, kCmdAllColumns})
+      viewMenu_->check(id, id == list_.modeCommand());
+  }
+  return 0;
+}
+
+void TMainWin::showHelp(int32_t id) {
+  setStatusPart(1, id == 0 ? "" : FHelpText(id, app_.mru).ptr);
+}
+
+int TMainWin::onMenuSelect(int id, int flags) {
+  if (flags == 0xFFFF) {
+    setStatusPart(1, idleStatus_.ptr);
+    return 1;
+  }
+  if (!(flags & MF_POPUP)) showHelp(id);
+  return 1;
+}
+
+void TMainWin::setStatusPart(int32_t part, const char* text) {
+  if (part == 1) idleStatus_ = text;
+  status_.setText(part, text);
+}
+
+void TMainWin::showProgress(bool on) {
+  delete progress_;
+  progress_ = nullptr;
+  if (on) {
+    status_.setParts(kBusyParts);
+    progress_ = new LProgBar;
+    progress_->create(status_.hwnd, status_.partRect(0));
+  } else {
+    status_.setParts(kIdleParts);
+  }
+}
+
+void TMainWin::setPercent(int32_t percent) {
+  if (progress_ != nullptr) progress_->setPos(percent);
+}
+
+int TMainWin::onUser(WPARAM, LPARAM) {
+  TDesktopUi* ui = static_cast<TDesktopUi*>(FWorkerUi());
+  if (ui != nullptr) ui->showPending();
+  return 0;
+}
+
+void TMainWin::contextMenu() {
+  if (FThread() != nullptr) return;
+  LInts ids;
+  LInts rows;
+  list_.selectedRows(rows);
+  FContextMenu(commandState(), list_.hasFocus() && rows.count == 0, ids);
+  LMenu menu(false);
+  for (int32_t id : ids) {
+    if (id == kSeparator)
+      menu.separator();
+    else
+      menu.append(id, FMenuText(id, false).ptr);
+  }
+  TCommandState state = commandState();
+  for (int32_t id : ids)
+    if (id != kSeparator) menu.enable(id, FCommandEnabled(id, state));
+  POINT point;
+  GetCursorPos(&point);
+  menu.track(hwnd, point.x, point.y);
+}
+
+void TMainWin::treeSelectionChanged(HTREEITEM node) {
+  if (FThread() != nullptr || node == nullptr) {
+    list_.clear();
+    list_.pendingFocus = list_.nextPendingFocus = nullptr;
+    return;
+  }
+  TRec* rec = tree_.recordOf(node);
+  if (rec == nullptr) return;
+  if (rec->isFolder() && tree_.firstChild(node) == nullptr)
+    tree_.addChildren(node, static_cast<TFolder*>(rec));
+  list_.refill();
+  setStatus(rec->isFolder() ? FFolderStatus(static_cast<TFolder*>(rec)).ptr : "");
+  updateCommands();
+}
+
+void TMainWin::renamed(TRec*) { updateCommands(); }
+
+void TMainWin::startRename() {
+  if (FThread() != nullptr) return;
+  if (list_.hasFocus()) {
+    int32_t row = list_.focusedRow();
+    if (row >= 0) list_.editLabel(row);
+    return;
+  }
+  HTREEITEM node = tree_.selected();
+  if (node != nullptr) tree_.editLabel(node);
+}
+
+void TMainWin::dispatch(int32_t id) {
+  if (id >= kCmdRecentFirst && id <= kCmdRecentLast) {
+    logic_.openRecent(id - kCmdRecentFirst);
+    return;
+  }
+  if (FIsListMode(id)) {
+    list_.storeWidths();
+    list_.setMode(id);
+    return;
+  }
+  switch (id) {
+    case kCmdNew:
+      startCopy(nullptr);
+      return;
+    case kCmdOpen:
+      logic_.fcOpen();
+      return;
+    case kCmdClose:
+      logic_.fcClose(/*makeFresh=*/true);
+      return;
+    case kCmdSaveAs:
+      logic_.fcSaveAs();
+      return;
+    case kCmdExit:
+      PostMessageA(hwnd, WM_CLOSE, 0, 0);
+      return;
+    case kCmdAdd:
+      logic_.fcAdd(LStrs(), /*noDialog=*/false);
+      return;
+    case kCmdExtract:
+      logic_.fcExt();
+      return;
+    case kCmdDelete:
+      logic_.fcDel();
+      return;
+    case kCmdRename:
+      startRename();
+      return;
+    case kCmdSelectAll:
+      list_.selectAll();
+      return;
+    case kCmdStop:
+      FRequestStop();
+      return;
+    case kCmdWorkerDone: {
+      bool failed = FThread() != nullptr && FThread()->error != 0;
+      FCompleteCommand();
+      // After a failure the archive was read again: rows would point at
+      // records of the tree that is gone.
+      if (failed) list_.refill();
+      updateCommands();
+      return;
+    }
+    default:
+      return;
+  }
+}
+
+int TMainWin::onCommand(int id, int) {
+  dispatch(id);
+  return 0;
+}
+
+int TMainWin::onKeyDown(int key) {
+  bool ctrl = GetKeyState(VK_CONTROL) < 0;
+  int32_t id = FKeyCommand(key, ctrl, FThread() != nullptr);
+  if (id == kKeyNextPane) {
+    SetFocus(GetFocus() == tree_.ctrl ? list_.ctrl : tree_.ctrl);
+    return 0;
+  }
+  if (id > 0) {
+    dispatch(id);
+    return 0;
+  }
+  return id == kKeySwallowed ? 0 : 1;
+}
+
+int TMainWin::onDropFiles(HDROP drop) {
+  LStrs paths;
+  UINT count = DragQueryFileA(drop, 0xFFFFFFFF, nullptr, 0);
+  for (UINT i = 0; i < count; i++) {
+    char path[10000];
+    if (DragQueryFileA(drop, i, path, sizeof(path)) > 0) paths.add(new LStr(path));
+  }
+  DragFinish(drop);
+  logic_.fcDropFiles(paths, /*noDialog=*/GetKeyState(VK_CONTROL) >= 0);
+  return 0;
+}
+
+LRESULT TMainWin::onCopyData(const COPYDATASTRUCT* data) {
+  if (data == nullptr || data->dwData != 0 || data->lpData == nullptr) return 0;
+  const char* bytes = static_cast<const char*>(data->lpData);
+  LStr asked(bytes, static_cast<int32_t>(strnlen(bytes, data->cbData)));
+  TArchive* archive = FArchive();
+  if (archive == nullptr || archive->path.empty()) return 0;
+  return FAnswerForward(archive->fullPath.ptr, asked.ptr);
+}
+
+int TMainWin::onClose() {
+  if (FThread() != nullptr) {
+    // The close is tried again once the worker has gone.
+    if (FRequestStop()) PostMessageA(hwnd, WM_COMMAND, kCmdExit, 0);
+    return 0;
+  }
+  if (!logic_.fcClose(/*makeFresh=*/false)) return 0;
+  WINDOWPLACEMENT placement = {};
+  placement.length = sizeof(placement);
+  if (GetWindowPlacement(hwnd, &placement)) {
+    const RECT& r = placement.rcNormalPosition;
+    app_.rcMain = {r.left, r.top, r.right - r.left, r.bottom - r.top};
+  }
+  list_.storeWidths();
+  app_.lvMode = list_.modeCommand();
+  return 1;
+}
+
+void TMainWin::commandFinished(TThread& thread) {
+  TArchive& archive = *FArchive();
+  switch (thread.cmdId) {
+    case kCmdAdd:
+      if (thread.target != nullptr && thread.target->isFolder()) {
+        HTREEITEM node = tree_.nodeOf(thread.target);
+        if (node != nullptr) {
+          tree_.addChildren(node, static_cast<TFolder*>(thread.target));
+          tree_.loadAhead(node);
+          // The root was expanded while it had no children to show.
+          if (node == tree_.root()) tree_.expand(node, true);
+        }
+      }
+      list_.refill();
+      break;
+    case kCmdDelete: {
+      HTREEITEM before = tree_.selected();
+      list_.removeRecords(archive.removedRecords);
+      tree_.prune(tree_.root());
+      if (tree_.selected() != before) list_.refill();
+      archive.removedRecords.clear();
+      break;
+    }
+    default:
+      break;
+  }
+  LStr report = FCommandReport(thread.cmdId, *FWorkSet(), list_.rowCount());
+  if (!report.empty()) setStatus(report.ptr);
+}
+
+TAnswer TMainWin::ask(const char* question, bool withCancel) {
+  int answer = MessageBoxA(hwnd, question, "Kestrom",
+                           (withCancel ? MB_YESNOCANCEL : MB_YESNO) | MB_ICONQUESTION);
+  return answer == IDYES ? kAnswerYes : answer == IDNO ? kAnswerNo : kAnswerCancel;
+}
+
+bool TMainWin::chooseArchivesToOpen(TFileChoice& choice) {
+  LStr names;
+  names.reserve(kNamesRoom);
+  std::memset(names.ptr, 0, kNamesRoom);
+  OPENFILENAMEA dialog = {};
+  dialog.lStructSize = sizeof(dialog);
+  dialog.hwndOwner = hwnd;
+  dialog.lpstrFilter = kArchiveFilter;
+  dialog.nFilterIndex = choice.filterIdx;
+  dialog.lpstrFile = names.ptr;
+  dialog.nMaxFile = kNamesRoom;
+  dialog.lpstrInitialDir = choice.folder.empty() ? nullptr : choice.folder.ptr;
+  dialog.lpstrTitle = "アーカイブを開く";
+  dialog.Flags = OFN_EXPLORER | OFN_ALLOWMULTISELECT | OFN_FILEMUSTEXIST | OFN_HIDEREADONLY;
+  if (!GetOpenFileNameA(&dialog)) return false;
+  // One name is a full path; several follow their folder, each ended by a NUL.
+  const char* first = names.ptr;
+  const char* next = first + std::strlen(first) + 1;
+  if (*next == 0) {
+    choice.chosen.add(new LStr(first));
+  } else {
+    for (; *next != 0; next += std::strlen(next) + 1) {
+      LStr* path = new LStr(first);
+      FAddSep(*path);
+      path->append(next);
+      choice.chosen.add(path);
+    }
+  }
+  choice.filterIdx = static_cast<int32_t>(dialog.nFilterIndex);
+  return true;
+}
+
+bool TMainWin::chooseArchiveToSave(TFileChoice& choice) {
+  char name[MAX_PATH * 4] = {};
+  std::strncpy(name, choice.name.ptr, sizeof(name) - 1);
+  OPENFILENAMEA dialog = {};
+  dialog.lStructSize = sizeof(dialog);
+  dialog.hwndOwner = hwnd;
+  dialog.lpstrFilter = kArchiveFilter;
+  dialog.nFilterIndex = choice.filterIdx;
+  dialog.lpstrFile = name;
+  dialog.nMaxFile = sizeof(name);
+  dialog.lpstrInitialDir = choice.folder.empty() ? nullptr : choice.folder.ptr;
+  dialog.lpstrTitle = "名前を付けて保存";
+  dialog.lpstrDefExt = "kst";
+  dialog.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST;
+  if (!GetSaveFileNameA(&dialog)) return false;
+  choice.chosen.add(new LStr(name));
+  choice.filterIdx = static_cast<int32_t>(dialog.nFilterIndex);
+  return true;
+}
+
+namespace {
+int CALLBACK startIn(HWND window, UINT message, LPARAM, LPARAM folder) {
+  if (message == BFFM_INITIALIZED) SendMessageA(window, BFFM_SETSELECTIONA, TRUE, folder);
+  return 0;
+}
+}  // namespace
+
+bool TMainWin::chooseFolder(const char* title, LStr& folder) {
+  char chosen[MAX_PATH] = {};
+  BROWSEINFOA browse = {};
+  browse.hwndOwner = hwnd;
+  browse.pszDisplayName = chosen;
+  browse.lpszTitle = title;
+  browse.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
+  browse.lpfn = startIn;
+  browse.lParam = reinterpret_cast<LPARAM>(folder.ptr);
+  LPITEMIDLIST item = SHBrowseForFolderA(&browse);
+  if (item == nullptr) return false;
+  bool found = SHGetPathFromIDListA(item, chosen) != FALSE;
+  CoTaskMemFree(item);
+  if (found) folder = chosen;
+  return found;
+}
+
+bool TMainWin::documentsFolder(LStr& folder) {
+  char path[MAX_PATH] = {};
+  if (!SHGetSpecialFolderPathA(hwnd, path, CSIDL_PERSONAL, FALSE)) return false;
+  folder = path;
+  return true;
+}
+
+void TMainWin::setTitle(const char* windowTitle, const char* rootLabel) {
+  SetWindowTextA(hwnd, windowTitle);
+  HTREEITEM root = tree_.root();
+  if (root != nullptr) tree_.setText(root, rootLabel);
+}
+
+bool TMainWin::bringForwardCopyWith(const char* fullPath) {
+  return TRunningWindows(hwnd).bringForwardCopyWith(fullPath);
+}
+
+void TMainWin::startCopy(const char* argument) {
+  char self[MAX_PATH * 4] = {};
+  GetModuleFileNameA(nullptr, self, sizeof(self));
+  LStr quoted;
+  if (argument != nullptr) quoted.format("\"%s\"", argument);
+  ShellExecuteA(nullptr, "open", self, argument != nullptr ? quoted.ptr : nullptr, nullptr,
+                SW_SHOW);
+}
+
+void TMainWin::pause(int32_t milliseconds) { Sleep(milliseconds); }
+
+void TMainWin::startCommand(TThread* thread) {
+  FStartCommand(thread);
+  updateCommands();
+}
