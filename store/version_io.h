@@ -14,6 +14,7 @@
 #include "store/held_buf.h"
 
 class LSrm;
+class LStr;
 class LStream;
 class TArchive;
 class TVer;
@@ -48,7 +49,7 @@ void FReadBlock(THeldBuf& result, TArchive& archive, int32_t pos,
 // version's block position when it had one; with a reference, the parent
 // field is patched at commit with the reference's position. Returns the
 // block's position.
-int32_t FWriteBlock(TVer* ver, const THeldBuf& stored, TVer* reference);
+int32_t FWriteBlock(TVer* ver, const LStr& stored, TVer* reference);
 // Reads a new version's source file and makes its held form and checksum;
 // a file whose size changed since it was listed is "ファイル %s の読み出しエラーです".
 void FReadFileIn(TVer* ver);
