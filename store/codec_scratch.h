@@ -9,6 +9,7 @@
 
 #include "lib/lstr.h"
 #include "store/gap_chains.h"
+#include "store/version_io.h"
 
 class TCodecScratch {
  public:
@@ -22,23 +23,23 @@ class TCodecScratch {
     gapChains_.reset(target);
     return gapChains_;
   }
-  // An empty text with room for `bytes` bytes: raw bytes read in, or a
-  // stored form being written. One of each kind is in use at a time.
-  LStr& rawBytes(int32_t bytes) { return emptied(raw_, bytes); }
-  LStr& storedBytes(int32_t bytes) { return emptied(stored_, bytes); }
+  // An empty text with room for `bytes` raw bytes of a file read in.
+  LStr& rawBytes(int32_t bytes) {
+    raw_.truncate(0);
+    raw_.reserve(bytes);
+    return raw_;
+  }
+  // Where a store writes its stored form before the block is written.
+  TDeltaForm& delta() { return delta_; }
 
  private:
-  static LStr& emptied(LStr& text, int32_t bytes) {
-    text.truncate(0);
-    text.reserve(bytes);
-    return text;
-  }
-
   TGapChains gapChains_;
   LStr raw_;
-  LStr stored_;
+  TDeltaForm delta_;
 };
 
-// The scratch of the calling thread, made at its first use and freed when
-// the thread ends.
+// The scratch of the calling thread, made at its first use.
 TCodecScratch& FCodecScratch();
+// Frees the calling thread's scratch: every thread but the main one calls it
+// before it ends.
+void FFreeCodecScratch();

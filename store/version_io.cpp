@@ -159,6 +159,7 @@ void FReadBlock(THeldBuf& result, TArchive& archive, int32_t pos, const TKnownBl
   THeldBuf reference;
   for (int32_t i = chain.count - 1; i >= 0; i--) {
     const BlockHead& head = *chain[i];
+    FPollStop();
     LStr stored;
     readStored(archive, head, stored);
     bool top = i == chain.count - 1;
@@ -191,31 +192,42 @@ int32_t FWriteBlock(TVer* ver, const LStr& stored, TVer* reference) {
   return pos;
 }
 
-void FReadFileIn(TVer* ver) {
-  TVerInfo* info = ver->FindInfo(true);
+bool FReadHeld(const char* path, int32_t size, bool report, THeldBuf& held, uint16_t* checksum) {
   // One read of the listed size into a buffer that holds it already, and one
   // more byte to see a file that grew: reading in chunks into a growing text
   // was half of the time of encoding a single large file.
-  LStr& raw = FCodecScratch().rawBytes(ver->size);
+  LStr& raw = FCodecScratch().rawBytes(size);
   bool grew = false;
   {
     LFile file;
-    if (file.open(info->srcPath->ptr, 'r', /*mustExist=*/true, /*ignoreBreak=*/false) == 0) {
-      file.readInto(raw, ver->size);
-      char extra;
-      grew = file.read(&extra, 1) > 0;
-    }
+    if (file.open(path, 'r', /*mustExist=*/report, /*ignoreBreak=*/false) != 0) return false;
+    file.readInto(raw, size);
+    char extra;
+    grew = file.read(&extra, 1) > 0;
   }
-  if (raw.length != ver->size || grew)
-    FError(kMsgErrorBox, "ファイル %s の読み出しエラーです", info->srcPath->ptr);
+  if (raw.length != size || grew) return false;
   const uint8_t* bytes = reinterpret_cast<const uint8_t*>(raw.ptr);
-  ver->checksum = FSum16(bytes, raw.length);
+  *checksum = FSum16(bytes, raw.length);
   // Room for incompressible bytes up front, so that the held form is written
   // where it stays without a copy.
-  THeldBuf* held = new THeldBuf;
-  held->prepare(raw.length + 64);
-  THeldOutStream out(*held);
+  held.prepare(raw.length + 64);
+  THeldOutStream out(held);
   FPackBytes(bytes, raw.length, out, FCodecSettings());
+  return true;
+}
+
+void FReadFileIn(TVer* ver) {
+  TVerInfo* info = ver->FindInfo(true);
+  THeldBuf* held = new THeldBuf;
+  if (!FReadHeld(info->srcPath->ptr, ver->size, /*report=*/true, *held, &ver->checksum)) {
+    delete held;
+    FError(kMsgErrorBox, "ファイル %s の読み出しエラーです", info->srcPath->ptr);
+  }
+  FTakeHeld(ver, held);
+}
+
+void FTakeHeld(TVer* ver, THeldBuf* held) {
+  TVerInfo* info = ver->FindInfo(true);
   delete info->held;
   info->held = held;
   info->heldLen = held->size();
@@ -277,16 +289,20 @@ void FReadRaw(TVer* ver, THeldBuf& raw) {
   ver->Release();
 }
 
-void FStoreDelta(TVer* older, TVer* newer, bool dropIfSame) {
-  const THeldBuf& target = older->Hold();
-  const THeldBuf& reference = newer->Hold();
-  LStr& storedText = FCodecScratch().storedBytes(target.size() + 64);
-  LMemOutStream out(storedText);
+void FEncodeDelta(const THeldBuf& target, const THeldBuf& reference, TDeltaForm& delta) {
+  delta.stored.truncate(0);
+  delta.stored.reserve(target.size() + 64);
+  LMemOutStream out(delta.stored);
   THeldView targetView(target);
   THeldView referenceView(reference);
-  int32_t matched = FEncodeVersion(targetView, &referenceView, out, FCodecSettings());
-  if (matched == target.size() && target.size() == reference.size() &&
-      std::memcmp(target.data(), reference.data(), target.size()) == 0) {
+  delta.matched = FEncodeVersion(targetView, &referenceView, out, FCodecSettings());
+  delta.targetSize = target.size();
+  delta.same = delta.matched == target.size() && target.size() == reference.size() &&
+               std::memcmp(target.data(), reference.data(), target.size()) == 0;
+}
+
+void FApplyDelta(TVer* older, TVer* newer, bool dropIfSame, const TDeltaForm& delta) {
+  if (delta.same) {
     if (dropIfSame)
       newer->flags |= kVerDrop;
     else
@@ -294,31 +310,49 @@ void FStoreDelta(TVer* older, TVer* newer, bool dropIfSame) {
   }
   // Nothing is stored when the newer version is dropped, nor when the two
   // share under 5 percent: the older one then keeps its block as it is.
-  if (!(newer->flags & kVerDrop) && static_cast<int64_t>(matched) * 20 >= target.size()) {
+  const int32_t targetSize = delta.targetSize;
+  if (!(newer->flags & kVerDrop) && static_cast<int64_t>(delta.matched) * 20 >= targetSize) {
     TVerInfo* info = older->FindInfo(true);
     if (older->flags & kVerSame) {
       info->uniqueRatio = 0;
       info->compRatio = 0;
     } else {
-      info->uniqueRatio = FUniqueRatio(target.size(), matched);
-      info->compRatio = FCompRatio(storedText.length, older->size);
+      info->uniqueRatio = FUniqueRatio(targetSize, delta.matched);
+      info->compRatio = FCompRatio(delta.stored.length, older->size);
     }
-    older->dataPos = FWriteBlock(older, storedText, newer);
+    older->dataPos = FWriteBlock(older, delta.stored, newer);
     older->flags |= kVerEncoded;
   }
+}
+
+void FStoreDelta(TVer* older, TVer* newer, bool dropIfSame) {
+  const THeldBuf& target = older->Hold();
+  const THeldBuf& reference = newer->Hold();
+  TDeltaForm& delta = FCodecScratch().delta();
+  FEncodeDelta(target, reference, delta);
+  FApplyDelta(older, newer, dropIfSame, delta);
   older->Release();
   newer->Release();
 }
 
-void FStoreWhole(TVer* ver) {
-  const THeldBuf& held = ver->Hold();
-  LStr& storedText = FCodecScratch().storedBytes(held.size() + 64);
-  LMemOutStream out(storedText);
+void FEncodeWhole(const THeldBuf& held, LStr& stored) {
+  stored.truncate(0);
+  stored.reserve(held.size() + 64);
+  LMemOutStream out(stored);
   THeldView view(held);
   FEncodeVersion(view, nullptr, out, FCodecSettings());
+}
+
+void FApplyWhole(TVer* ver, const LStr& stored) {
   TVerInfo* info = ver->FindInfo(true);
   info->uniqueRatio = 100;
-  info->compRatio = FCompRatio(storedText.length, ver->size);
-  ver->dataPos = FWriteBlock(ver, storedText, nullptr);
+  info->compRatio = FCompRatio(stored.length, ver->size);
+  ver->dataPos = FWriteBlock(ver, stored, nullptr);
+}
+
+void FStoreWhole(TVer* ver) {
+  LStr& stored = FCodecScratch().delta().stored;
+  FEncodeWhole(ver->Hold(), stored);
+  FApplyWhole(ver, stored);
   ver->Release();
 }
