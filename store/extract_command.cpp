@@ -11,6 +11,7 @@
 #include "lib/sys.h"
 #include "store/cond.h"
 #include "store/cond_walk.h"
+#include "store/extract_writer.h"
 #include "store/held_buf.h"
 #include "store/ver_info.h"
 #include "store/version_io.h"
@@ -21,6 +22,7 @@ namespace {
 struct ExtractRun {
   LStr dest;
   TRec* base;
+  TExtractWriter* writer;
 };
 
 // The path of a version below the destination, or false when a name on the
@@ -50,7 +52,7 @@ void extractOne(TVer* ver, void* context) {
   LStr path;
   if (!destinationOf(ver, run, path)) return;
   FMakeDirs(path.ptr);
-  FExtractVer(ver, path.ptr);
+  run.writer->add(ver, path.ptr);
 }
 
 }  // namespace
@@ -74,6 +76,12 @@ bool FSafeName(const char* name) {
 void FExtractVer(TVer* ver, const char* path) {
   THeldBuf raw;
   FReadRaw(ver, raw);
+  const TVerInfo* info = ver->Info();
+  FWriteExtracted(path, raw, info->createTime, info->accessTime, ver->time);
+}
+
+void FWriteExtracted(const char* path, const THeldBuf& raw, int64_t created, int64_t accessed,
+                     int64_t modified) {
   FMakeDirs(path);
   {
     LIoFile file(path, 'w', false);
@@ -81,19 +89,20 @@ void FExtractVer(TVer* ver, const char* path) {
     if (file.write(raw.data(), raw.size()) != raw.size())
       FError(kMsgErrorBox, "ファイル「%s」に書き込めません", path);
   }
-  const TVerInfo* info = ver->Info();
   // The exact inverse of how the times were read, so that they come back as
   // they were, whatever the time zone.
-  if (!SysSetFileTimes(path, FUnixToFileTime(info->createTime), FUnixToFileTime(info->accessTime),
-                       FUnixToFileTime(ver->time)))
+  if (!SysSetFileTimes(path, FUnixToFileTime(created), FUnixToFileTime(accessed),
+                       FUnixToFileTime(modified)))
     FError(kMsgErrorBox, "SetFileTime() failed");
 }
 
 void FCmdExtract(const LArrOf<TRec*>& records, const char* destDir, TCond* cond, TRec* base) {
-  ExtractRun run{LStr(destDir), base};
+  TExtractWriter writer;
+  ExtractRun run{LStr(destDir), base, &writer};
   if (run.dest.empty()) run.dest = FArchive()->firstAddPath;
   FDropSep(run.dest);
   FWalkItems(records, *cond, extractOne, &run);
+  writer.finish();
 }
 
 LStr FVersionViewPath(TVer* ver, const char* workDir) {

@@ -8,6 +8,7 @@
 #include "lib/lstr.h"
 
 class TCond;
+class THeldBuf;
 class TRec;
 class TVer;
 
@@ -18,6 +19,10 @@ void FCmdExtract(const LArrOf<TRec*>& records, const char* destDir, TCond* cond,
 // Writes one version to one path, creating its folders; an existing file is
 // overwritten.
 void FExtractVer(TVer* ver, const char* path);
+// Writes raw bytes to path, creating its folders, and gives the file the
+// times (Unix seconds); on any thread.
+void FWriteExtracted(const char* path, const THeldBuf& raw, int64_t created, int64_t accessed,
+                     int64_t modified);
 // True when a name from the archive can safely become one step of a path on
 // disk: not empty, not "." or "..", and free of separators, drive colons and
 // control characters.

@@ -1,5 +1,6 @@
 #include "store/version_io.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "archive/archive.h"
@@ -201,7 +202,13 @@ bool FReadHeld(const char* path, int32_t size, bool report, THeldBuf& held, uint
   {
     LFile file;
     if (file.open(path, 'r', /*mustExist=*/report, /*ignoreBreak=*/false) != 0) return false;
-    file.readInto(raw, size);
+    // In parts, with a stop taken between them: a large file on a busy disk
+    // must not keep a stop waiting.
+    const int32_t kPart = 4 << 20;
+    while (raw.length < size) {
+      FPollStop();
+      if (file.readInto(raw, std::min(kPart, size - raw.length)) == 0) break;
+    }
     char extra;
     grew = file.read(&extra, 1) > 0;
   }

@@ -67,9 +67,7 @@ class AddStoreTest : public AddedArchiveTest {
   }
 
   static std::string fileName(int32_t i) {
-    char name[16];
-    std::snprintf(name, sizeof name, "f%02d.txt", i);
-    return name;
+    return std::string(i < 10 ? "f0" : "f") + std::to_string(i) + ".txt";
   }
   LStr srcPath(const char* name) const {
     LStr path(src);
