@@ -31,11 +31,17 @@ class TCodecScratch {
   }
   // Where a store writes its stored form before the block is written.
   TDeltaForm& delta() { return delta_; }
+  // An empty text for the stored form of a block being read.
+  LStr& blockBytes() {
+    block_.truncate(0);
+    return block_;
+  }
 
  private:
   TGapChains gapChains_;
   LStr raw_;
   TDeltaForm delta_;
+  LStr block_;
 };
 
 // The scratch of the calling thread, made at its first use.

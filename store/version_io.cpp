@@ -157,15 +157,17 @@ void FReadBlock(THeldBuf& result, TArchive& archive, int32_t pos, const TKnownBl
     result.assign(known->held.data(), known->held.size());
     return;
   }
+  // Two buffers take turns as the reference and the next result, so that a
+  // long chain allocates no more than two.
   THeldBuf reference;
+  THeldBuf held;
   for (int32_t i = chain.count - 1; i >= 0; i--) {
     const BlockHead& head = *chain[i];
     FPollStop();
-    LStr stored;
+    LStr& stored = FCodecScratch().blockBytes();
     readStored(archive, head, stored);
     bool top = i == chain.count - 1;
     THeldView view(top && fromKnown ? known->held : reference);
-    THeldBuf held;
     FExpandStored(reinterpret_cast<const uint8_t*>(stored.ptr), stored.length, head.rawSize,
                   top && !fromKnown ? nullptr : &view, held);
     reference.swap(held);
