@@ -135,8 +135,8 @@ class TAddStore {
         storeHere(ver, options_);
       delete job;
       jobs_[at] = nullptr;
-      count(ver);
       doneBytes_ += ver->size;
+      count(ver);  // a dropped version is gone after this
       FSetProgress(
           static_cast<int32_t>(doneBytes_ * kProgressSteps / (totalBytes_ > 0 ? totalBytes_ : 1)));
     }
