@@ -6,7 +6,8 @@ measure() {
   local name="$1"
   shift
   /usr/bin/time -f "%e %M" -o "$run/$name.time" "$@" >"$run/$name.out" 2>&1 || true
-  awk '{printf "%.2f %.1f", $1, $2 / 1024}' "$run/$name.time"
+  # The last line: GNU time puts a line about a failed exit before it.
+  tail -n 1 "$run/$name.time" | awk '{printf "%.2f %.1f", $1, $2 / 1024}'
 }
 median3() {
   local name="$1"

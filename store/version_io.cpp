@@ -203,7 +203,11 @@ bool FReadHeld(const char* path, int32_t size, bool report, THeldBuf& held, uint
   bool grew = false;
   {
     LFile file;
-    if (file.open(path, 'r', /*mustExist=*/report, /*ignoreBreak=*/false) != 0) return false;
+    // A file that does not open reads as empty, after the report: a
+    // dangling link, listed with size 0, is stored empty. Without the report
+    // it is left to the caller, who may read it again with one.
+    if (file.open(path, 'r', /*mustExist=*/report, /*ignoreBreak=*/false) != 0 && !report)
+      return false;
     // In parts, with a stop taken between them: a large file on a busy disk
     // must not keep a stop waiting.
     const int32_t kPart = 4 << 20;

@@ -63,7 +63,9 @@ int32_t FWriteBlock(TVer* ver, const LStr& stored, TVer* reference);
 // a file whose size changed since it was listed is "ファイル %s の読み出しエラーです".
 void FReadFileIn(TVer* ver);
 // What FReadFileIn does without the records, for any thread: false when the
-// file cannot be read at `size` bytes (reported only with `report`).
+// file cannot be read at `size` bytes, or, without `report`, cannot be
+// opened (with it, the failure to open is reported and the file reads as
+// empty).
 bool FReadHeld(const char* path, int32_t size, bool report, THeldBuf& held, uint16_t* checksum);
 // Makes `held` (owned from now on) the held form of a version that has a
 // side record and no hold yet.

@@ -7,6 +7,10 @@
 #include "store/added_archive.h"
 #include "store/progress.h"
 
+#ifndef _WIN32
+#include <unistd.h>
+#endif
+
 namespace {
 
 // Bytes of a text-like file: words from a small vocabulary, so that both
@@ -110,6 +114,24 @@ TEST_F(AddStoreTest, ArchiveBytesDoNotDependOnTheThreads) {
   ASSERT_NE(f03, nullptr);
   EXPECT_EQ(2, f03->childCount());
 }
+
+#ifndef _WIN32
+// A link whose target is gone is listed as an empty file: it is reported as
+// a file that does not open and stored empty, as on one thread, not taken
+// for a file that changed size.
+TEST_F(AddStoreTest, DanglingLinkIsStoredEmptyOnThePool) {
+  put("real.txt", textOf(3, 5000), 1600000000);
+  ASSERT_EQ(0, symlink(dir.file("gone").ptr, srcPath("dangling").ptr));
+  addPaths({src}, 1700000000);
+  const char* names[] = {"src", "dangling", nullptr};
+  TRec* dangling = archive->root->findPath(names);
+  ASSERT_NE(dangling, nullptr);
+  ASSERT_EQ(1, dangling->childCount());
+  EXPECT_EQ(0, static_cast<TFile*>(dangling)->version(0)->size);
+  EXPECT_TRUE(recorder->has(17000));  // "cannot open", with the system's text
+  EXPECT_EQ(0, recorder->boxes.count);
+}
+#endif
 
 // Stops the command at the first item it shows, while a large file is being
 // encoded on the pool.
