@@ -3,8 +3,8 @@
 // results. A task is run by whichever thread is free; the owner waits for
 // the tasks one by one in the order it needs them.
 //
-// Tasks must not throw out of run() except plain integers (a stop), which
-// the pool keeps in the task; they must not show boxes.
+// A task may throw a plain integer out of run() (a stop, or an error it
+// has shown), which the pool keeps in the task; nothing else may leave it.
 #pragma once
 
 #include <atomic>
