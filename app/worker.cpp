@@ -8,6 +8,7 @@
 #include "lib/msg.h"
 #include "lib/sys.h"
 #include "store/add_command.h"
+#include "store/codec_scratch.h"
 #include "store/cond.h"
 #include "store/delete_command.h"
 #include "store/extract_command.h"
@@ -89,6 +90,7 @@ void TThread::run() {
   } catch (int thrown) {
     error = thrown;
   }
+  FFreeCodecScratch();
   if (gUi) gUi->postCompletion();
 }
 
@@ -106,6 +108,7 @@ void TThread::runCommand() {
       options.skipEquDtF = app.skipEquDtF;
       options.skipEquF = app.skipEquF;
       options.userTag = app.userTag;
+      options.threads = threads;
       FCmdAdd(target, paths, cond, options);
       return;
     }

@@ -30,6 +30,7 @@ class TThread : public LThread {
   LStr destDir;               // extract: the destination folder
   TRec* base = nullptr;       // extract: what destination paths are relative to
   TCond* cond = nullptr;      // the command's conditions, not owned
+  int32_t threads = 0;        // add: the threads that encode; 0 for one per core
 
   // On the main thread: "Internal Error #1780" for an unknown id. Disables
   // the commands, shows the progress and the command's label, and clears the

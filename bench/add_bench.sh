@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # The add command on a source tree of at least 5 000 files and 100 MB: a new
-# archive, the same tree again after 1% of its files changed, and the whole
+# archive (on every core, and on one thread), the same tree again with
+# nothing changed, again after 1% of its files changed, and the whole
 # archive extracted. Beside it, in the same run: git add -A && git commit,
-# and tar, of the same tree.
+# and tar, of the same tree. Each as a whole process, with its peak memory.
 #
 # usage: bench/add_bench.sh [SEED]
 #   WORK   scratch folder (default /tmp/kst-add-bench-SEED); its tree is
@@ -19,7 +20,7 @@ min_files=5000
 
 "$repo/scripts/install-deps.sh"
 . "$repo/scripts/require.sh"
-require cmake:cmake g++:g++ python3:python3 git:git tar:tar zstd:zstd
+require cmake:cmake g++:g++ python3:python3 git:git tar:tar zstd:zstd /usr/bin/time:time
 corpus_maker="$repo/../shared/bench/make_corpus.py"
 [ -f "$corpus_maker" ] || { echo "the corpus maker is missing: $corpus_maker" >&2; exit 1; }
 cmake -S "$repo" -B "$build" -DCMAKE_BUILD_TYPE=Release -DKST_TESTS=OFF >/dev/null
@@ -67,21 +68,21 @@ for path in sys.stdin.read().splitlines():
 '
 }
 
-# Seconds of one command, its output kept in the run folder.
+. "$here/measure.sh"
+# Seconds of one command, and its peak memory in MB kept in $run/NAME.mb.
 seconds() {
-  local name="$1"
+  local name="$1" result
   shift
-  local start end
-  start=$(date +%s.%N)
-  "$@" >"$run/$name.out" 2>&1
-  end=$(date +%s.%N)
-  awk -v a="$start" -v b="$end" 'BEGIN {printf "%.2f", b - a}'
+  result=$(measure "$name" "$@")
+  echo "${result#* }" >"$run/$name.mb"
+  echo "${result%% *}"
 }
+mb() { cat "$run/$1.mb"; }
 
 size_mb() { du -sb "$1" | awk '{printf "%.1f", $1 / 1048576}'; }
 
 git_do() { git --git-dir="$run/git" --work-tree="$1" "${@:2}"; }
-git_commit() { git_do "$tree" add -A && git_do "$tree" -c user.name=bench -c user.email=bench@localhost commit -q -m "$1"; }
+git_commit() { git_do "$tree" add -A && { git_do "$tree" -c user.name=bench -c user.email=bench@localhost commit -q -m "$1" || true; }; }
 
 git init -q --bare "$run/git"
 # A clean copy of the tree comes back for every round, so that a second run
@@ -93,10 +94,14 @@ echo "tree: $files files, $(awk -v b="$bytes" 'BEGIN {printf "%.1f", b / 1048576
 echo "beside: $(git --version), $(tar --version | head -1), zstd $(zstd -V | sed -n 's/.* v\([0-9.]*\).*/\1/p')"
 
 k1=$(seconds kst-add-1 kst add "$run/a.kst" "$tree")
+k1one=$(seconds kst-add-1-one kst add "$run/one.kst" "$tree" --threads 1)
 g1=$(seconds git-commit-1 git_commit first)
 t1=$(seconds tar-1 tar -cf "$run/t1.tar" -C "$work" tree)
 z1=$(seconds tarzst-1 tar --zstd -cf "$run/t1.tar.zst" -C "$work" tree)
 ks1=$(size_mb "$run/a.kst"); gs1=$(size_mb "$run/git"); ts1=$(size_mb "$run/t1.tar"); zs1=$(size_mb "$run/t1.tar.zst")
+
+k0=$(seconds kst-add-again kst add "$run/a.kst" "$tree")
+g0=$(seconds git-commit-again git_commit again)
 
 change_one_percent
 k2=$(seconds kst-add-2 kst add "$run/a.kst" "$tree")
@@ -118,8 +123,14 @@ same() { diff -rq "$tree" "$1" >/dev/null && echo same || echo DIFFERENT; }
 echo "kst: $(tail -1 "$run/kst-add-1.out") / $(tail -1 "$run/kst-add-2.out") / $(tail -1 "$run/kst-extract.out")"
 printf '%-34s %9s %9s %9s %9s\n' "" kst git tar tar.zst
 printf '%-34s %9s %9s %9s %9s\n' "first add (s)" "$k1" "$g1" "$t1" "$z1"
+printf '%-34s %9s %9s %9s %9s\n' "first add, one thread (s)" "$k1one" "" "" ""
+printf '%-34s %9s %9s %9s %9s\n' "first add, peak memory (MB)" "$(mb kst-add-1)" "$(mb git-commit-1)" \
+  "$(mb tar-1)" "$(mb tarzst-1)"
+printf '%-34s %9s %9s %9s %9s\n' "add again, nothing changed (s)" "$k0" "$g0" "" ""
 printf '%-34s %9s %9s %9s %9s\n' "second add, 1% changed (s)" "$k2" "$g2" "$t2" "$z2"
 printf '%-34s %9s %9s %9s %9s\n' "extract the newest tree (s)" "$k3" "$g3" "$t3" "$z3"
+printf '%-34s %9s %9s %9s %9s\n' "extract, peak memory (MB)" "$(mb kst-extract)" "$(mb git-checkout)" \
+  "$(mb tar-extract)" "$(mb tarzst-extract)"
 printf '%-34s %9s %9s %9s %9s\n' "stored after the first (MB)" "$ks1" "$gs1" "$ts1" "$zs1"
 printf '%-34s %9s %9s %9s %9s\n' "stored after both (MB)" "$ks2" "$gs2" "$ts2" "$zs2"
 printf '%-34s %9s %9s %9s %9s\n' "extracted tree equals the source" "$(same "$run/kst-out/tree")" \

@@ -23,6 +23,7 @@ struct TCliRequest {
   LStr settings;  // --settings: another settings file
   int32_t help = 0;
   LStr to;              // add: the folder, or the file, to add into
+  int32_t threads = 0;  // add: the threads that encode; 0 for one per core
   LStr dest;            // extract: the destination folder
   int32_t version = 0;  // cat: 1 is the oldest; 0 the newest
   int32_t all = 0;      // ls, log, find: every column

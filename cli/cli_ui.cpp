@@ -45,6 +45,7 @@ void TCliUi::beginProgress() {
   percent_ = 0;
   item_.clear();
   lastDraw_ = 0;
+  started_ = SysNow();
 }
 
 void TCliUi::endProgress() { console_.status(""); }
@@ -59,7 +60,15 @@ void TCliUi::draw() {
   LStr line("[");
   int32_t filled = percent_ * kBarWidth / 100;
   for (int32_t i = 0; i < kBarWidth; i++) line.append(i < filled ? '#' : '.');
-  line.format("] %3d%% %s ", percent_, label_.ptr);
+  line.format("] %3d%% ", percent_);
+  // The time left, from the pace so far, once there is a pace to go by.
+  if (percent_ > 0 && percent_ < 100) {
+    const int64_t seconds =
+        static_cast<int64_t>((now - started_) / 10000000) * (100 - percent_) / percent_;
+    line.format("残り %d:%02d ", static_cast<int32_t>(seconds / 60),
+                static_cast<int32_t>(seconds % 60));
+  }
+  line.format("%s ", label_.ptr);
   TEscapeForm escapes = console_.errEscapes();
   line.append(FFitTail(item_.ptr, kLineWidth - FTextWidth(line.ptr, escapes), escapes));
   console_.status(line.ptr);

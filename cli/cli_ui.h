@@ -46,6 +46,7 @@ class TCliUi : public TWorkerUi {
   LStr item_;
   int32_t percent_ = 0;
   SysTime lastDraw_ = 0;
+  SysTime started_ = 0;  // of the running command
 };
 
 // Runs a command on the worker: starts it, waits for its completion while

@@ -70,5 +70,6 @@ int FRunAdd(TCliContext& context) {
   thread->target = target;
   for (const LStr* path : paths) thread->paths.add(new LStr(*path));
   thread->cond = &request.cond;
+  thread->threads = request.threads;
   return FRunOnWorker(thread, context.ui);
 }

@@ -47,6 +47,8 @@ void FDeclareAdd(TCliArgs& args, TCliRequest& request) {
                "追加先のフォルダ (なければ作成する) かファイル; 既定はルート");
   args.addText("comment", 0, &request.cond.addComment, /*list=*/false, "TEXT",
                "新しいバージョンのコメント");
+  args.addNumber("threads", 0, &request.threads, 1, "N",
+                 "ファイルを符号化するスレッドの数 (既定はプロセッサの数)");
   request.condOptions.declareAdd(args);
 }
 

@@ -7,6 +7,7 @@
 #include "lib/msg.h"
 #include "lib/path_parts.h"
 #include "store/add_cond.h"
+#include "store/add_store.h"
 #include "store/cond.h"
 #include "store/folder_entries.h"
 #include "store/progress.h"
@@ -162,18 +163,6 @@ void addPath(const char* given, TRecF* target, AddRun& run) {
   addEntry(path.ptr, target, info, run);
 }
 
-void storeNew(TVer* ver, const TAddOptions& options) {
-  FSetProgressRange(75, -1);
-  TFile* file = ver->ownerFile();
-  int32_t index = ver->IndexInFile(false);
-  if (index > 0) {
-    TVer* older = file->version(index - 1);
-    FStoreDelta(older, ver, options.skipEquF != 0 || older->time == ver->time);
-  }
-  FSetProgressRange(100, -1);
-  if (!(ver->flags & kVerDrop)) FStoreWhole(ver);
-}
-
 }  // namespace
 
 uint8_t FAttrBits(uint32_t attributes) {
@@ -207,7 +196,7 @@ TFile* FFileItem(TRecF* parent, const char* name, bool create) {
 void FCmdAdd(TRec* target, const LStrs& paths, TCond* cond, const TAddOptions& options) {
   TArchive& archive = *FArchive();
   TWorkSet* work = FWorkSet();
-  work->storeTime = FToUnixTime(SysNow());
+  if (work->storeTime == 0) work->storeTime = FToUnixTime(SysNow());
   work->storeNo = archive.lastStoreNo + 1;
   AddRun run{cond, options};
   TRecF* into = static_cast<TRecF*>(target);
@@ -217,26 +206,7 @@ void FCmdAdd(TRec* target, const LStrs& paths, TCond* cond, const TAddOptions& o
   }
 
   TUpdateFile& update = archive.beginUpdate();
-  for (int32_t i = 0; i < work->versions.count;) {
-    TVer* ver = work->versions[i];
-    FCheckStop();
-    FShowProgressItem(ver->name());
-    FPushProgress();
-    FSetProgressRange(100, -1);
-    ver->Hold();
-    storeNew(ver, options);
-    ver->Release();
-    FPopProgress();
-    if (!(ver->flags & kVerDrop)) {
-      work->done++;
-      i++;
-      continue;
-    }
-    work->skipped++;
-    work->versions.detach(i);
-    static_cast<TRecF*>(ver->parent)->removeChild(ver);
-    delete ver;
-  }
+  FStoreNewVersions(*work, options);
 
   FCommit(archive, update, work->storeNo);
   update.close();

@@ -22,6 +22,7 @@ struct TAddOptions {
   int32_t skipEquDtF = 1;  // skip a file of the same date and size without reading it
   int32_t skipEquF = 1;    // drop a version whose content equals its predecessor's
   LStr userTag;            // stored as the user of each new version
+  int32_t threads = 0;     // threads that encode; 0: one per core
 };
 
 // Adds paths below target (a folder, or a file to take one more version).

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "store/byte_match.h"
+#include "store/work_set.h"
 
 namespace {
 
@@ -27,6 +28,8 @@ void FFindMatches(TCoarseInput& in, int32_t tFrom, int32_t tTo, int32_t rFrom, i
   for (int64_t at = static_cast<int64_t>(tFrom) + step; at < tTo - 4; at += 2 * step) {
     const int32_t sample = static_cast<int32_t>(at);
     if (sample < lo) continue;
+    // A sample may scan the whole reference: a stop is taken between them.
+    FPollStop();
     // The proportion is taken first and then scaled, in doubles, as every
     // stored version was matched; another rounding would move probes.
     const double share = static_cast<double>(sample - tFrom) / tLen;

@@ -2,15 +2,16 @@
 
 #include "archive/archive.h"
 #include "lib/fail.h"
+#include "lib/file_stream.h"
 #include "lib/file_time.h"
 #include "lib/file_util.h"
-#include "lib/io_file.h"
 #include "lib/msg.h"
 #include "lib/path_parts.h"
 #include "lib/sys.h"
 #include "store/cond.h"
 #include "store/cond_walk.h"
 #include "store/extract_places.h"
+#include "store/extract_writer.h"
 #include "store/held_buf.h"
 #include "store/ver_info.h"
 #include "store/version_io.h"
@@ -22,6 +23,7 @@ struct ExtractRun {
   LStr dest;
   TRec* base;
   TExtractPlaces places;
+  TExtractWriter* writer;
 };
 
 // The warning for a name that the system cannot take as it is.
@@ -89,7 +91,7 @@ void extractOne(TVer* ver, void* context) {
   LStr path;
   if (!destinationOf(ver, run, path)) return;
   FMakeDirs(path.ptr);
-  FExtractVer(ver, path.ptr);
+  run.writer->add(ver, path.ptr);
 }
 
 }  // namespace
@@ -97,26 +99,36 @@ void extractOne(TVer* ver, void* context) {
 void FExtractVer(TVer* ver, const char* path) {
   THeldBuf raw;
   FReadRaw(ver, raw);
+  const TVerInfo* info = ver->Info();
+  FWriteExtracted(path, raw, info->createTime, info->accessTime, ver->time);
+}
+
+void FWriteExtracted(const char* path, const THeldBuf& raw, int64_t created, int64_t accessed,
+                     int64_t modified) {
   FMakeDirs(path);
   {
-    LIoFile file(path, 'w', false);
+    // One write of the whole version: through the 1000-byte buffer of a
+    // buffered file, an extract of 7 980 headers made 122 766 write calls.
+    LFile file;
+    file.open(path, 'w', /*mustExist=*/false, /*ignoreBreak=*/true);
     if (!file.isOpen()) FError(kMsgErrorBox, "ファイル「%s」に書き込めません", path);
     if (file.write(raw.data(), raw.size()) != raw.size())
       FError(kMsgErrorBox, "ファイル「%s」に書き込めません", path);
   }
-  const TVerInfo* info = ver->Info();
   // The exact inverse of how the times were read, so that they come back as
   // they were, whatever the time zone.
-  if (!SysSetFileTimes(path, FUnixToFileTime(info->createTime), FUnixToFileTime(info->accessTime),
-                       FUnixToFileTime(ver->time)))
+  if (!SysSetFileTimes(path, FUnixToFileTime(created), FUnixToFileTime(accessed),
+                       FUnixToFileTime(modified)))
     FError(kMsgErrorBox, "SetFileTime() failed");
 }
 
 void FCmdExtract(const LArrOf<TRec*>& records, const char* destDir, TCond* cond, TRec* base) {
-  ExtractRun run{LStr(destDir), base, {}};
+  TExtractWriter writer;
+  ExtractRun run{LStr(destDir), base, {}, &writer};
   if (run.dest.empty()) run.dest = FArchive()->firstAddPath;
   FDropSep(run.dest);
   FWalkItems(records, *cond, extractOne, &run);
+  writer.finish();
 }
 
 LStr FVersionViewPath(TVer* ver, const char* workDir) {

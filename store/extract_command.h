@@ -8,6 +8,7 @@
 #include "lib/lstr.h"
 
 class TCond;
+class THeldBuf;
 class TRec;
 class TVer;
 
@@ -21,6 +22,10 @@ void FCmdExtract(const LArrOf<TRec*>& records, const char* destDir, TCond* cond,
 // Writes one version to one path, creating its folders; an existing file is
 // overwritten.
 void FExtractVer(TVer* ver, const char* path);
+// Writes raw bytes to path, creating its folders, and gives the file the
+// times (Unix seconds); on any thread.
+void FWriteExtracted(const char* path, const THeldBuf& raw, int64_t created, int64_t accessed,
+                     int64_t modified);
 // The result of an extract: the versions written, and those refused with a
 // warning (a name the system cannot take, a place taken by another record).
 LStr FExtractReport(int32_t extracted, int32_t refused);

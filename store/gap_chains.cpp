@@ -13,14 +13,31 @@ TGapChains::TGapChains(const uint8_t* target) : target_(target) {
 
 TGapChains::~TGapChains() = default;
 
-TChainRing* TGapChains::newRing() {
+void TGapChains::reset(const uint8_t* target) {
+  target_ = target;
+  for (int32_t i = 0; i < rings_; i++) {
+    const TChainRing& ring = blocks_[i / kRingsPerBlock][i % kRingsPerBlock];
+    buckets_[ring.bucket] = nullptr;
+  }
+  rings_ = 0;
+  insertions_ = 0;
+}
+
+TChainRing* TGapChains::newRing(uint32_t bucket) {
   // Rings come from blocks of 64: one allocation where a file has many rings,
-  // and the rings of one table close together in memory.
-  if (rings_ % kRingsPerBlock == 0)
-    blocks_.add(static_cast<TChainRing*>(FAlloc(sizeof(TChainRing) * kRingsPerBlock)));
-  TChainRing* ring = blocks_.last() + rings_ % kRingsPerBlock;
+  // and the rings of one table close together in memory. A block is zeroed
+  // once; a ring taken again needs only its head and count, since a walk
+  // masks the slots beyond the count.
+  if (rings_ / kRingsPerBlock == blocks_.count) {
+    const int32_t bytes = static_cast<int32_t>(sizeof(TChainRing)) * kRingsPerBlock;
+    blocks_.add(static_cast<TChainRing*>(FAlloc(bytes)));
+    std::memset(blocks_.last(), 0, bytes);
+  }
+  TChainRing* ring = blocks_[rings_ / kRingsPerBlock] + rings_ % kRingsPerBlock;
   rings_++;
-  std::memset(ring, 0, sizeof *ring);
+  ring->head = 0;
+  ring->count = 0;
+  ring->bucket = static_cast<int16_t>(bucket);
   return ring;
 }
 

@@ -3,9 +3,10 @@
 // last 50 positions inserted into it, in a ring, and is searched from the
 // newest to the oldest.
 //
-// One table serves all gaps of one encoding and lives as long as it. It reads
-// up to 8 bytes from each position it hashes, so the target must have the
-// zero tail of a THeldBuf.
+// One table serves all gaps of one encoding; reset gives it to the next
+// target, so that a thread keeps one table from file to file. It reads up to
+// 8 bytes from each position it hashes, so the target must have the zero
+// tail of a THeldBuf.
 #pragma once
 
 #include <cstdint>
@@ -17,8 +18,9 @@ struct TChainRing {
   static const int32_t kSlots = 50;
   // The slots rounded up to whole vectors of tags.
   static const int32_t kTagSlots = 56;
-  int16_t head;   // the slot the next insertion writes
-  int16_t count;  // slots in use, up to kSlots
+  int16_t head;    // the slot the next insertion writes
+  int16_t count;   // slots in use, up to kSlots
+  int16_t bucket;  // the bucket that holds the ring, emptied on reset
   // A 16-bit fingerprint of the six hashed bytes of each slot's position,
   // kept beside the ring's head so that a walk tests all fifty with a few
   // vector compares on two cache lines instead of fifty reads of the target
@@ -39,6 +41,12 @@ class TGapChains {
   TGapChains(const TGapChains&) = delete;
   TGapChains& operator=(const TGapChains&) = delete;
 
+  // Empties the table for another target. Only the buckets that rings were
+  // given are cleared, and the rings stay for the next target: a fresh table
+  // per file spent a sixth of a first add clearing 10000 buckets and
+  // carving rings (on 763 small headers, 118 of 730 million instructions).
+  void reset(const uint8_t* target);
+
   // The bucket of a position: from the little-endian 16-bit words w0, w1, w2
   // at offsets 0, 2 and 4, (((w1 << 2) | w2) << 1 | w0) mod 10000. Every
   // stored version was matched with this hash, weak as it is.
@@ -52,7 +60,8 @@ class TGapChains {
     return static_cast<uint32_t>(((FLoad64(at) & 0xFFFFFFFFFFFFull) * 0x9E3779B97F4A7C15ull) >> 48);
   }
 
-  // The ring of a bucket, null while nothing was inserted into it.
+  // The ring of a bucket, null while nothing was inserted into it since the
+  // last reset.
   const TChainRing* ring(uint32_t bucket) const { return buckets_[bucket]; }
 
   void insert(int32_t position) {
@@ -60,7 +69,7 @@ class TGapChains {
   }
   void insert(uint32_t bucket, uint32_t tag, int32_t position) {
     TChainRing* ring = buckets_[bucket];
-    if (ring == nullptr) ring = buckets_[bucket] = newRing();
+    if (ring == nullptr) ring = buckets_[bucket] = newRing(bucket);
     // Once full, the slot written is that of the oldest entry.
     ring->tags[ring->head] = static_cast<uint16_t>(tag);
     ring->positions[ring->head] = position;
@@ -86,11 +95,11 @@ class TGapChains {
   };
   static const int32_t kRingsPerBlock = 64;
 
-  TChainRing* newRing();
+  TChainRing* newRing(uint32_t bucket);
 
   const uint8_t* target_;
   TChainRing* buckets_[kBuckets];
   LArrOf<TChainRing*, FreeBlock> blocks_;  // rings are carved from these
-  int32_t rings_ = 0;
+  int32_t rings_ = 0;                      // rings given to buckets since the reset
   int64_t insertions_ = 0;
 };

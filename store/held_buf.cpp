@@ -1,5 +1,6 @@
 #include "store/held_buf.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
@@ -35,6 +36,25 @@ void THeldBuf::assign(const void* bytes, int32_t size) {
   uint8_t* to = prepare(size);
   if (size > 0) std::memcpy(to, bytes, size);
   setSize(size);
+}
+
+void THeldBuf::append(const void* bytes, int32_t n) {
+  if (n <= 0) return;
+  if (n > room_ - size_ || bytes_ == nullptr) {
+    if (n > INT32_MAX - kZeroTail - size_) FOutOfMemory(int64_t{size_} + n + kZeroTail);
+    const int64_t grown = int64_t{room_} + room_ / 2 + 64;
+    const int32_t room = static_cast<int32_t>(
+        std::min<int64_t>(std::max<int64_t>(grown, int64_t{size_} + n), INT32_MAX - kZeroTail));
+    // From the heap, as in prepare: the two must share one allocator.
+    const size_t bytes = static_cast<size_t>(room) + kZeroTail;
+    uint8_t* larger = static_cast<uint8_t*>(std::realloc(bytes_, bytes));
+    if (larger == nullptr) FOutOfMemory(static_cast<int64_t>(bytes));
+    bytes_ = larger;
+    room_ = room;
+  }
+  std::memcpy(bytes_ + size_, bytes, n);
+  size_ += n;
+  std::memset(bytes_ + size_, 0, kZeroTail);
 }
 
 void THeldBuf::swap(THeldBuf& other) {

@@ -10,6 +10,7 @@
 #include <cstdint>
 
 #include "lib/alloc.h"
+#include "lib/stream.h"
 
 class THeldBuf {
  public:
@@ -30,6 +31,9 @@ class THeldBuf {
   // zeroes the tail behind it.
   void setSize(int32_t size);
   void assign(const void* bytes, int32_t size);
+  // Appends behind the contents, keeping them; the room grows by half again
+  // when it runs out, so a writer that prepared enough room never copies.
+  void append(const void* bytes, int32_t n);
   void swap(THeldBuf& other);
 
   const uint8_t* data() const { return bytes_ != nullptr ? bytes_ : kEmpty; }
@@ -49,4 +53,22 @@ struct THeldView {
   explicit THeldView(const THeldBuf& buf) : bytes(buf.data()), size(buf.size()) {}
   const uint8_t* bytes;
   int32_t size;
+};
+
+// Writes a token stream straight into a held buffer, so that a form is made
+// where it stays instead of in a text that is then copied.
+class THeldOutStream : public LStream {
+ public:
+  explicit THeldOutStream(THeldBuf& target) : target_(target) {}
+  int32_t write(const void* buffer, int32_t size) override {
+    target_.append(buffer, size);
+    return size;
+  }
+  int32_t tell() override { return target_.size(); }
+  void flush() override {}
+  bool isOpen() override { return true; }
+  void close() override {}
+
+ private:
+  THeldBuf& target_;
 };

@@ -1,6 +1,7 @@
 // The progress of the running command: a stack of frames, each a slice of
 // its parent's range, turned into one percentage for the user interface.
-// Called on the worker thread only.
+// Each thread has a stack of its own; only the command's thread reports,
+// while the threads that encode for it are quiet.
 #pragma once
 
 #include <cstdint>
@@ -31,3 +32,13 @@ void FSetProgress(int32_t pos);
 void FAddProgress(int32_t delta);
 // The percentage that FSetProgress(pos) sends from the present frames.
 int32_t FProgressPercent(int32_t pos);
+
+// While one lives, the calling thread's progress reaches no sink: an
+// encoder on a pool, whose work the command reports as a whole.
+class TQuietProgress {
+ public:
+  TQuietProgress();
+  ~TQuietProgress();
+  TQuietProgress(const TQuietProgress&) = delete;
+  TQuietProgress& operator=(const TQuietProgress&) = delete;
+};

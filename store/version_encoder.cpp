@@ -1,8 +1,7 @@
 #include "store/version_encoder.h"
 
-#include <memory>
-
 #include "store/coarse_match.h"
+#include "store/codec_scratch.h"
 #include "store/gap_encoder.h"
 #include "store/progress_level.h"
 #include "store/token_writer.h"
@@ -38,18 +37,18 @@ int32_t FEncodeVersion(const THeldView& target, const THeldView* reference, LStr
     findCoarseMatches(in, settings.stopPercent, matches);
   }
 
-  std::unique_ptr<TGapChains> table(new TGapChains(target.bytes));
+  TGapChains& table = FCodecScratch().gapChains(target.bytes);
   FSetProgressRange(/*high=*/-1, /*total=*/target.size);
   TTokenWriter tokens(out);
   int32_t done = 0;
   int32_t matched = 0;
   for (const TMatch* m : matches) {
-    if (done < m->pos) FEncodeGap(target.bytes, done, m->pos, tokens, settings.gapWindow, *table);
+    if (done < m->pos) FEncodeGap(target.bytes, done, m->pos, tokens, settings.gapWindow, table);
     tokens.refCopy(m->len, m->pos - m->refPos);
     matched += m->len - 3;
     done = m->pos + m->len;
   }
   if (done < target.size)
-    FEncodeGap(target.bytes, done, target.size, tokens, settings.gapWindow, *table);
+    FEncodeGap(target.bytes, done, target.size, tokens, settings.gapWindow, table);
   return matched >= target.size - 3 ? target.size : matched;
 }

@@ -7,12 +7,13 @@
 #include "archive/format.h"
 #include "archive/update_file.h"
 #include "lib/fail.h"
+#include "lib/file_stream.h"
 #include "lib/fixed_coding.h"
-#include "lib/io_file.h"
 #include "lib/lhash.h"
 #include "lib/mem_stream.h"
 #include "lib/msg.h"
 #include "lib/num_coding.h"
+#include "store/codec_scratch.h"
 #include "store/content_sum.h"
 #include "store/pack_bytes.h"
 #include "store/token_format.h"
@@ -163,14 +164,17 @@ void FReadBlock(THeldBuf& result, TArchive& archive, int32_t pos, const TKnownBl
     result.assign(known->held.data(), known->held.size());
     return;
   }
+  // Two buffers take turns as the reference and the next result, so that a
+  // long chain allocates no more than two.
   THeldBuf reference;
+  THeldBuf held;
   for (int32_t i = chain.count - 1; i >= 0; i--) {
     const BlockHead& head = *chain[i];
-    LStr stored;
+    FPollStop();
+    LStr& stored = FCodecScratch().blockBytes();
     readStored(archive, head, stored);
     bool top = i == chain.count - 1;
     THeldView view(top && fromKnown ? known->held : reference);
-    THeldBuf held;
     FExpandStored(reinterpret_cast<const uint8_t*>(stored.ptr), stored.length, head.rawSize,
                   top && !fromKnown ? nullptr : &view, held);
     reference.swap(held);
@@ -178,7 +182,7 @@ void FReadBlock(THeldBuf& result, TArchive& archive, int32_t pos, const TKnownBl
   result.swap(reference);
 }
 
-int32_t FWriteBlock(TVer* ver, const THeldBuf& stored, TVer* reference) {
+int32_t FWriteBlock(TVer* ver, const LStr& stored, TVer* reference) {
   TArchive& arc = archive();
   TUpdateFile& update = arc.update ? *arc.update : arc.beginUpdate();
   int32_t keep = 0;
@@ -192,38 +196,66 @@ int32_t FWriteBlock(TVer* ver, const THeldBuf& stored, TVer* reference) {
   FWriteVerHeader(out, ver);
   FWriteNum(out, static_cast<uint32_t>(ver->size));
   int32_t parentAt = 0;
-  int32_t pos = FWriteSegments(arc, update, keep, head.ptr, head.length, stored.data(),
-                               stored.size(), &parentAt);
+  int32_t pos = FWriteSegments(arc, update, keep, head.ptr, head.length, stored.ptr, stored.length,
+                               &parentAt);
   if (reference != nullptr) update.addFixup(parentAt, reference);
   return pos;
 }
 
+bool FReadHeld(const char* path, int32_t size, bool report, THeldBuf& held, uint16_t* checksum) {
+  // One read of the listed size into a buffer that holds it already (a text
+  // could not hold the largest file with its terminator), and one more byte
+  // to see a file that grew: reading in chunks into a growing text was half
+  // of the time of encoding a single large file.
+  THeldBuf& raw = FCodecScratch().rawBytes();
+  uint8_t* into = raw.prepare(size);
+  int32_t got = 0;
+  bool grew = false;
+  {
+    LFile file;
+    // A file that does not open is never an empty version: the add left out
+    // what it could not open when it listed it, so this one went away since.
+    // Without the report it is left to the caller, who may read it again
+    // with one.
+    if (file.open(path, 'r', /*mustExist=*/report, /*ignoreBreak=*/false) != 0) return false;
+    // In parts, with a stop taken between them: a large file on a busy disk
+    // must not keep a stop waiting.
+    const int32_t kPart = 4 << 20;
+    while (got < size) {
+      FPollStop();
+      int32_t n = file.read(into + got, std::min(kPart, size - got));
+      if (n <= 0) break;
+      got += n;
+    }
+    char extra;
+    grew = file.read(&extra, 1) > 0;
+  }
+  raw.setSize(got);
+  if (got != size || grew) return false;
+  *checksum = FSum16(raw.data(), got);
+  // Room for incompressible bytes up front, so that the held form is written
+  // where it stays without a copy.
+  held.prepare(outputRoom(got));
+  THeldOutStream out(held);
+  FPackBytes(raw.data(), got, out, FCodecSettings());
+  return true;
+}
+
 void FReadFileIn(TVer* ver) {
   TVerInfo* info = ver->FindInfo(true);
-  LStr held;
-  {
-    // Read straight into a buffer of the size measured: a string could not
-    // hold the largest file with its terminator.
-    THeldBuf raw;
-    bool same;
-    {
-      LIoFile file(info->srcPath->ptr, 'r', true);
-      int32_t got = file.read(raw.prepare(ver->size), ver->size);
-      // A file that cannot be opened any more must not pass as empty.
-      same = file.isOpen() && got == ver->size && file.getByte() == -1;
-      raw.setSize(got);
-    }
-    if (!same) FError(kMsgErrorBox, "ファイル %s の読み出しエラーです", info->srcPath->ptr);
-    ver->checksum = FSum16(raw.data(), raw.size());
-    // Room for incompressible bytes up front: growing the output as tokens
-    // arrive cost about 5 percent of the encoding in copies.
-    held.reserve(outputRoom(raw.size()));
-    LMemOutStream out(held);
-    FPackBytes(raw.data(), raw.size(), out, FCodecSettings());
+  THeldBuf* held = new THeldBuf;
+  if (!FReadHeld(info->srcPath->ptr, ver->size, /*report=*/true, *held, &ver->checksum)) {
+    delete held;
+    FError(kMsgErrorBox, "ファイル %s の読み出しエラーです", info->srcPath->ptr);
   }
+  FTakeHeld(ver, held);
+}
+
+void FTakeHeld(TVer* ver, THeldBuf* held) {
+  TVerInfo* info = ver->FindInfo(true);
   delete info->held;
-  info->held = new THeldBuf(held.ptr, held.length);
-  info->heldLen = held.length;
+  info->held = held;
+  info->heldLen = held->size();
 }
 
 TVerInfo* TVer::FindInfo(bool mustExist) const {
@@ -282,17 +314,20 @@ void FReadRaw(TVer* ver, THeldBuf& raw) {
   ver->Release();
 }
 
-void FStoreDelta(TVer* older, TVer* newer, bool dropIfSame) {
-  const THeldBuf& target = older->Hold();
-  const THeldBuf& reference = newer->Hold();
-  LStr storedText;
-  storedText.reserve(outputRoom(target.size()));
-  LMemOutStream out(storedText);
+void FEncodeDelta(const THeldBuf& target, const THeldBuf& reference, TDeltaForm& delta) {
+  delta.stored.truncate(0);
+  delta.stored.reserve(outputRoom(target.size()));
+  LMemOutStream out(delta.stored);
   THeldView targetView(target);
   THeldView referenceView(reference);
-  int32_t matched = FEncodeVersion(targetView, &referenceView, out, FCodecSettings());
-  if (matched == target.size() && target.size() == reference.size() &&
-      std::memcmp(target.data(), reference.data(), target.size()) == 0) {
+  delta.matched = FEncodeVersion(targetView, &referenceView, out, FCodecSettings());
+  delta.targetSize = target.size();
+  delta.same = delta.matched == target.size() && target.size() == reference.size() &&
+               std::memcmp(target.data(), reference.data(), target.size()) == 0;
+}
+
+void FApplyDelta(TVer* older, TVer* newer, bool dropIfSame, const TDeltaForm& delta) {
+  if (delta.same) {
     if (dropIfSame)
       newer->flags |= kVerDrop;
     else
@@ -300,34 +335,49 @@ void FStoreDelta(TVer* older, TVer* newer, bool dropIfSame) {
   }
   // Nothing is stored when the newer version is dropped, nor when the two
   // share under 5 percent: the older one then keeps its block as it is.
-  if (!(newer->flags & kVerDrop) && static_cast<int64_t>(matched) * 20 >= target.size()) {
+  const int32_t targetSize = delta.targetSize;
+  if (!(newer->flags & kVerDrop) && static_cast<int64_t>(delta.matched) * 20 >= targetSize) {
     TVerInfo* info = older->FindInfo(true);
     if (older->flags & kVerSame) {
       info->uniqueRatio = 0;
       info->compRatio = 0;
     } else {
-      info->uniqueRatio = FUniqueRatio(target.size(), matched);
-      info->compRatio = FCompRatio(storedText.length, older->size);
+      info->uniqueRatio = FUniqueRatio(targetSize, delta.matched);
+      info->compRatio = FCompRatio(delta.stored.length, older->size);
     }
-    THeldBuf stored(storedText.ptr, storedText.length);
-    older->dataPos = FWriteBlock(older, stored, newer);
+    older->dataPos = FWriteBlock(older, delta.stored, newer);
     older->flags |= kVerEncoded;
   }
+}
+
+void FStoreDelta(TVer* older, TVer* newer, bool dropIfSame) {
+  const THeldBuf& target = older->Hold();
+  const THeldBuf& reference = newer->Hold();
+  TDeltaForm& delta = FCodecScratch().delta();
+  FEncodeDelta(target, reference, delta);
+  FApplyDelta(older, newer, dropIfSame, delta);
   older->Release();
   newer->Release();
 }
 
-void FStoreWhole(TVer* ver) {
-  const THeldBuf& held = ver->Hold();
-  LStr storedText;
-  storedText.reserve(outputRoom(held.size()));
-  LMemOutStream out(storedText);
+void FEncodeWhole(const THeldBuf& held, LStr& stored) {
+  stored.truncate(0);
+  stored.reserve(outputRoom(held.size()));
+  LMemOutStream out(stored);
   THeldView view(held);
   FEncodeVersion(view, nullptr, out, FCodecSettings());
+}
+
+void FApplyWhole(TVer* ver, const LStr& stored) {
   TVerInfo* info = ver->FindInfo(true);
   info->uniqueRatio = 100;
-  info->compRatio = FCompRatio(storedText.length, ver->size);
-  THeldBuf stored(storedText.ptr, storedText.length);
+  info->compRatio = FCompRatio(stored.length, ver->size);
   ver->dataPos = FWriteBlock(ver, stored, nullptr);
+}
+
+void FStoreWhole(TVer* ver) {
+  LStr& stored = FCodecScratch().delta().stored;
+  FEncodeWhole(ver->Hold(), stored);
+  FApplyWhole(ver, stored);
   ver->Release();
 }

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 
+#include "lib/lstr.h"
 #include "store/codec_settings.h"
 #include "store/held_buf.h"
 
@@ -30,6 +31,15 @@ void FWriteVerHeader(LStream& stream, TVer* ver);
 // null only consumes it.
 void FReadVerHeader(LSrm& srm, TVer* ver);
 
+// The stored form of an older version against a newer one, and what its
+// encoding found: the matched count, and whether the two are the same.
+struct TDeltaForm {
+  LStr stored;
+  int32_t targetSize = 0;  // of the older version's held form
+  int32_t matched = 0;
+  bool same = false;
+};
+
 // A block whose held form is already in memory.
 struct TKnownBlock {
   int32_t pos = 0;
@@ -48,16 +58,34 @@ void FReadBlock(THeldBuf& result, TArchive& archive, int32_t pos,
 // version's block position when it had one; with a reference, the parent
 // field is patched at commit with the reference's position. Returns the
 // block's position.
-int32_t FWriteBlock(TVer* ver, const THeldBuf& stored, TVer* reference);
+int32_t FWriteBlock(TVer* ver, const LStr& stored, TVer* reference);
 // Reads a new version's source file and makes its held form and checksum;
 // a file whose size changed since it was listed is "ファイル %s の読み出しエラーです".
 void FReadFileIn(TVer* ver);
+// What FReadFileIn does without the records, for any thread: false when the
+// file cannot be opened (reported only with `report`) or read at `size`
+// bytes.
+bool FReadHeld(const char* path, int32_t size, bool report, THeldBuf& held, uint16_t* checksum);
+// Makes `held` (owned from now on) the held form of a version that has a
+// side record and no hold yet.
+void FTakeHeld(TVer* ver, THeldBuf* held);
 
 // The raw bytes of a version: its held form expanded once more, checked
 // against its size.
 void FReadRaw(TVer* ver, THeldBuf& raw);
 
-// Re-encodes `older` against `newer`; see the store rules in the .cpp.
+// Re-encodes `older` against `newer`: drops `newer` when the two are the same
+// and dropIfSame is set, else marks `older` as the same; stores the delta
+// unless the newer one was dropped or the two share under 5 percent.
 void FStoreDelta(TVer* older, TVer* newer, bool dropIfSame);
 // Stores a version without a reference.
 void FStoreWhole(TVer* ver);
+
+// The two steps of each store: the encoding, which touches no record and
+// may run on any thread, and the applying, which sets the flags and ratios
+// and writes the block on the command's thread, in the command's order.
+void FEncodeDelta(const THeldBuf& target, const THeldBuf& reference, TDeltaForm& delta);
+// Both versions must be held, `older` with the target of the delta.
+void FApplyDelta(TVer* older, TVer* newer, bool dropIfSame, const TDeltaForm& delta);
+void FEncodeWhole(const THeldBuf& held, LStr& stored);
+void FApplyWhole(TVer* ver, const LStr& stored);

@@ -52,3 +52,7 @@ void FCheckStop() {
   while (gWorkSet->stopState == kStopHold) SysSleep(300);
   if (gWorkSet->stopState == kStopNow) throw static_cast<int>(kThrowStopped);
 }
+
+void FPollStop() {
+  if (gWorkSet != nullptr && gWorkSet->stopState != kStopRun) FCheckStop();
+}

@@ -29,7 +29,7 @@ class TWorkSet {
   LHash opened{LHash::kPairs};
   volatile int32_t stopState = kStopRun;
   int32_t failed = 0;
-  int64_t storeTime = 0;
+  int64_t storeTime = 0;  // of an add: Unix seconds; 0 takes the clock when it starts
   int32_t storeNo = 0;
   int32_t seen = 0;
   int32_t done = 0;
@@ -53,3 +53,6 @@ void FDeleteWorkSet();
 // A safe point of a running command: waits while the user decides whether
 // to stop (hold) and throws the integer 1 once the answer was yes.
 void FCheckStop();
+// FCheckStop for the progress points of long loops, on any thread: only a
+// load while no stop is asked for, and nothing while no command runs.
+void FPollStop();

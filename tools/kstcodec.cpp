@@ -41,11 +41,15 @@ const char kUsage[] =
   std::exit(2);
 }
 
+// One read into a text of the file's size: reading in chunks into a growing
+// text was more than half of the time of encoding one 12 MB file.
 void readFile(const char* path, LStr& bytes) {
   LFile file;
   if (file.open(path, 'r', /*mustExist=*/false, /*ignoreBreak=*/false) != 0)
     fail("cannot read ", path);
-  file.readAll(bytes);
+  const int32_t size = file.seek(-1);
+  file.seek(0);
+  if (file.readInto(bytes, size) != size) fail("cannot read ", path);
 }
 
 const uint8_t* bytesOf(const LStr& s) { return reinterpret_cast<const uint8_t*>(s.ptr); }
@@ -59,10 +63,9 @@ void writeOut(const void* bytes, size_t size) {
 void heldOfFile(const char* path, THeldBuf& held) {
   LStr raw;
   readFile(path, raw);
-  LStr packed;
-  LMemOutStream out(packed);
+  held.prepare(raw.length + 64);
+  THeldOutStream out(held);
   FPackBytes(bytesOf(raw), raw.length, out, TCodecSettings());
-  held.assign(packed.ptr, packed.length);
 }
 
 void pack(const char* path) {
@@ -78,6 +81,7 @@ void encode(const char* targetPath, const char* referencePath) {
   if (referencePath != nullptr) heldOfFile(referencePath, reference);
   const THeldView referenceView(reference);
   LStr stored;
+  stored.reserve(target.size() + 64);
   LMemOutStream out(stored);
   const int32_t matched =
       FEncodeVersion(THeldView(target), referencePath != nullptr ? &referenceView : nullptr, out,

@@ -12,6 +12,8 @@
 #include "lib/path_parts.h"
 #include "lib/strfunc.h"
 #include "lib/sys.h"
+#include "store/add_command.h"
+#include "store/extract_command.h"
 #include "store/search_cmd.h"
 #include "store/work_set.h"
 #include "ui/main_view.h"
@@ -44,10 +46,13 @@ int32_t FAnswerForward(const char* openFullPath, const char* asked) {
 
 LStr FCommandReport(int32_t cmdId, const TWorkSet& work, int32_t searchRows) {
   switch (cmdId) {
-    case kCmdAdd:
-      return FAddReport(work.done, work.seen, work.created, work.skipped);
+    case kCmdAdd: {
+      LStr text = FAddReport(work.done, work.seen, work.created, work.skipped);
+      if (work.refused != 0) text.append(" ").append(FNotAddedReport(work.refused));
+      return text;
+    }
     case kCmdExtract:
-      return LStr().format("%d 個のファイルを展開しました", work.done);
+      return FExtractReport(work.done - work.refused, work.refused);
     case kCmdSearch:
       return FSearchReport(searchRows);
     default:

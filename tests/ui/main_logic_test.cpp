@@ -229,9 +229,17 @@ TEST(CommandReport, EachCommandsReport) {
   work.seen = 7;
   work.created = 0;
   work.skipped = 2;
-  EXPECT_STREQ("3/7 個のファイルを追加しました (, 更新: 3, 条件で除外: 2, 不変のためスキップ: 2)",
+  EXPECT_STREQ("3/7 個のファイルを追加しました (更新: 3, 条件で除外: 2, 不変のためスキップ: 2)",
                FCommandReport(kCmdAdd, work, 0).ptr);
   EXPECT_STREQ("3 個のファイルを展開しました", FCommandReport(kCmdExtract, work, 0).ptr);
+  // What was left out is told, not counted as done.
+  work.refused = 1;
+  EXPECT_STREQ(
+      "3/7 個のファイルを追加しました (更新: 3, 条件で除外: 2, 不変のためスキップ: 2) "
+      "追加しなかった項目: 1",
+      FCommandReport(kCmdAdd, work, 0).ptr);
+  EXPECT_STREQ("2 個のファイルを展開しました (展開しなかったファイル: 1)",
+               FCommandReport(kCmdExtract, work, 0).ptr);
   EXPECT_STREQ("", FCommandReport(kCmdDelete, work, 0).ptr);
   EXPECT_STREQ("5 個のバージョンが見つかりました", FCommandReport(kCmdSearch, work, 5).ptr);
   EXPECT_STREQ("見つかりませんでした", FCommandReport(kCmdSearch, work, 0).ptr);

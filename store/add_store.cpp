@@ -1,0 +1,193 @@
+#include "store/add_store.h"
+
+#include <memory>
+
+#include "archive/record.h"
+#include "lib/fail.h"
+#include "lib/larr.h"
+#include "lib/lstr.h"
+#include "lib/sys_cores.h"
+#include "lib/task_pool.h"
+#include "store/add_command.h"
+#include "store/codec_scratch.h"
+#include "store/progress.h"
+#include "store/progress_level.h"
+#include "store/ver_info.h"
+#include "store/version_io.h"
+#include "store/work_set.h"
+
+namespace {
+
+// How often the command's thread looks at the stop state while it waits
+// for an encoding: well within the second in which a stop must answer.
+const int32_t kStopPoll = 100;
+// Versions encoded ahead of the one being written, per thread: enough to
+// keep every thread busy while one large file is written, few enough that
+// memory stays a small multiple of the largest files times the threads.
+const int32_t kAheadPerThread = 2;
+// The whole command's bar counts in these steps.
+const int32_t kProgressSteps = 10000;
+
+// The encoding of one new version on a thread of the pool: its file read
+// into the held form, the older version's delta against it, and its own
+// stored form unless it is dropped. Touches no record.
+class TStoreJob : public LTask {
+ public:
+  KST_POOLED_NEW
+  TStoreJob(const char* path, int32_t size, const THeldBuf* olderHeld, bool dropIfSame)
+      : path_(path), size_(size), olderHeld_(olderHeld), dropIfSame_(dropIfSame) {}
+  ~TStoreJob() override { delete held; }
+
+  void run() override {
+    TQuietProgress quiet;
+    held = new THeldBuf;
+    readOk = FReadHeld(path_.ptr, size_, /*report=*/false, *held, &checksum);
+    if (!readOk) return;
+    if (olderHeld_ != nullptr) {
+      FEncodeDelta(*olderHeld_, *held, delta);
+      if (delta.same && dropIfSame_) return;
+    }
+    FEncodeWhole(*held, whole);
+  }
+
+  THeldBuf* held = nullptr;  // handed to the version when it is written
+  bool readOk = false;
+  uint16_t checksum = 0;
+  TDeltaForm delta;
+  LStr whole;
+
+ private:
+  const LStr path_;
+  const int32_t size_;
+  const THeldBuf* const olderHeld_;
+  const bool dropIfSame_;
+};
+
+TVer* olderOf(TVer* ver) {
+  const int32_t index = ver->IndexInFile(false);
+  return index > 0 ? ver->ownerFile()->version(index - 1) : nullptr;
+}
+
+bool dropIfSame(const TVer* older, const TVer* ver, const TAddOptions& options) {
+  return options.skipEquF != 0 || older->time == ver->time;
+}
+
+// The store of one version on the command's thread, as it was before there
+// was a pool: for a version whose predecessor is itself new in this
+// command, and for a file that the pool could not read (this reports why).
+void storeHere(TVer* ver, const TAddOptions& options) {
+  FPushProgress();
+  FSetProgressRange(100, -1);
+  ver->Hold();
+  FSetProgressRange(75, -1);
+  if (TVer* older = olderOf(ver)) FStoreDelta(older, ver, dropIfSame(older, ver, options));
+  FSetProgressRange(100, -1);
+  if (!(ver->flags & kVerDrop)) FStoreWhole(ver);
+  ver->Release();
+  FPopProgress();
+}
+
+// Writes what a job encoded, as storeHere would have.
+void storeEncoded(TVer* ver, TStoreJob& job, const TAddOptions& options) {
+  FTakeHeld(ver, job.held);
+  job.held = nullptr;
+  ver->checksum = job.checksum;
+  ver->Hold();
+  if (TVer* older = olderOf(ver)) {
+    FApplyDelta(older, ver, dropIfSame(older, ver, options), job.delta);
+    older->Release();
+  }
+  if (!(ver->flags & kVerDrop)) FApplyWhole(ver, job.whole);
+  ver->Release();
+}
+
+class TAddStore {
+ public:
+  TAddStore(TWorkSet& work, const TAddOptions& options)
+      : work_(work),
+        options_(options),
+        pool_(new LTaskPool(options.threads > 0 ? options.threads : SysCoreCount(),
+                            FFreeCodecScratch)) {
+    for (TVer* ver : work.versions) {
+      order_.add(ver);
+      jobs_.add(nullptr);
+      totalBytes_ += ver->size;
+    }
+  }
+  void run() {
+    const int32_t ahead = kAheadPerThread * pool_->threadCount();
+    TProgressLevel level(/*high=*/100, /*total=*/kProgressSteps);
+    for (int32_t at = 0; at < order_.count; at++) {
+      while (submitted_ < order_.count && submitted_ <= at + ahead) submitNext();
+      FCheckStop();
+      TVer* ver = order_[at];
+      FShowProgressItem(ver->name());
+      TStoreJob* job = jobs_[at];
+      if (job != nullptr) {
+        while (!pool_->waitFor(job, kStopPoll)) FCheckStop();
+        // A stop taken inside the job is taken here too.
+        if (job->thrown != 0) FCheckStop();
+        if (job->thrown != 0) throw static_cast<int>(job->thrown);
+      }
+      if (job != nullptr && job->readOk)
+        storeEncoded(ver, *job, options_);
+      else
+        storeHere(ver, options_);
+      delete job;
+      jobs_[at] = nullptr;
+      doneBytes_ += ver->size;
+      count(ver);  // a dropped version is gone after this
+      FSetProgress(
+          static_cast<int32_t>(doneBytes_ * kProgressSteps / (totalBytes_ > 0 ? totalBytes_ : 1)));
+    }
+  }
+
+ private:
+  void submitNext() {
+    const int32_t at = submitted_++;
+    TVer* ver = order_[at];
+    TVer* older = olderOf(ver);
+    // A predecessor that is itself new in this command is not settled until
+    // it is written (it may still be dropped): this version waits for it
+    // and is stored on this thread.
+    if (older != nullptr && (older->flags & kVerNew)) return;
+    const THeldBuf* olderHeld = older != nullptr ? &older->Hold() : nullptr;
+    TVerInfo* info = ver->FindInfo(true);
+    TStoreJob* job = new TStoreJob(info->srcPath->ptr, ver->size, olderHeld,
+                                   older != nullptr && dropIfSame(older, ver, options_));
+    jobs_[at] = job;
+    pool_->submit(job);
+  }
+
+  // The counts of the add, and a dropped version out of the tree. Versions
+  // are written in the array's order, so this one is at index_.
+  void count(TVer* ver) {
+    if (!(ver->flags & kVerDrop)) {
+      work_.done++;
+      index_++;
+      return;
+    }
+    work_.skipped++;
+    work_.versions.detach(index_);
+    static_cast<TRecF*>(ver->parent)->removeChild(ver);
+    delete ver;
+  }
+
+  TWorkSet& work_;
+  const TAddOptions& options_;
+  LArrOf<TVer*> order_;
+  LArrOf<TStoreJob*, LDelete<TStoreJob*>> jobs_;
+  // After the jobs, so that its threads have ended before the jobs go.
+  std::unique_ptr<LTaskPool> pool_;
+  int32_t submitted_ = 0;
+  int32_t index_ = 0;
+  int64_t totalBytes_ = 0;
+  int64_t doneBytes_ = 0;
+};
+
+}  // namespace
+
+void FStoreNewVersions(TWorkSet& work, const TAddOptions& options) {
+  TAddStore store(work, options);
+  store.run();
+}
