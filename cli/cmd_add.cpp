@@ -8,8 +8,7 @@
 #include "cli/item_path.h"
 #include "lib/file_util.h"
 #include "lib/msg.h"
-#include "lib/path_parts.h"
-#include "lib/strfunc.h"
+#include "store/add_command.h"
 
 namespace {
 
@@ -34,24 +33,12 @@ TRec* addTarget(TArchive& archive, const char* path) {
   return rec;
 }
 
-// The desktop's rules for a file as the target: one source, a file, and a
-// question when its name is not the target's.
+// A file as the target takes one file, with a question when its name is
+// not the target's.
 bool targetTakes(TRec* target, const LStrs& paths, TCliUi& ui) {
-  if (!target->isFile()) return true;
-  if (paths.count > 1) {
-    FMsg(kMsgWarning, "複数の項目をファイルに追加することはできません");
-    return false;
-  }
-  const char* path = paths[0]->ptr;
-  if (FExists(path) == kExistsFolder) {
-    FMsg(kMsgWarning, "フォルダをファイルに追加することはできません");
-    return false;
-  }
-  LStr name = FNameOf(path);
-  if (FStrCmp(name.ptr, target->name(), true) == 0) return true;
   LStr question;
-  question.format("%s を %s として追加します。よろしいですか？", name.ptr, target->name());
-  return ui.askYesNo(question.ptr);
+  if (!FAddTargetTakes(target, paths, question)) return false;
+  return question.empty() || ui.askYesNo(question.ptr);
 }
 
 }  // namespace

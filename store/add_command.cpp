@@ -4,8 +4,10 @@
 #include "archive/update_file.h"
 #include "lib/fail.h"
 #include "lib/file_time.h"
+#include "lib/file_util.h"
 #include "lib/msg.h"
 #include "lib/path_parts.h"
+#include "lib/strfunc.h"
 #include "store/add_cond.h"
 #include "store/add_store.h"
 #include "store/cond.h"
@@ -223,4 +225,22 @@ LStr FNotAddedReport(int32_t refused) {
   LStr text;
   text.format("追加しなかった項目: %d", refused);
   return text;
+}
+
+bool FAddTargetTakes(TRec* target, const LStrs& paths, LStr& question) {
+  question.clear();
+  if (!target->isFile() || paths.count == 0) return true;
+  if (paths.count > 1) {
+    FMsg(kMsgWarning, "複数の項目をファイルに追加することはできません");
+    return false;
+  }
+  const char* path = paths[0]->ptr;
+  if (FExists(path) == kExistsFolder) {
+    FMsg(kMsgWarning, "フォルダをファイルに追加することはできません");
+    return false;
+  }
+  LStr name = FNameOf(path);
+  if (FStrCmp(name.ptr, target->name(), true) != 0)
+    question.format("%s を %s として追加します。よろしいですか？", name.ptr, target->name());
+  return true;
 }

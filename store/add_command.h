@@ -30,6 +30,11 @@ void FCmdAdd(TRec* target, const LStrs& paths, TCond* cond, const TAddOptions& o
 // The line that follows the add's result when entries were left out with a
 // warning (links, special files, unreadable files, case pairs).
 LStr FNotAddedReport(int32_t refused);
+// Whether paths may go into target. A folder takes anything; a file takes
+// one source that is a file, else a warning and false. When that source's
+// name is not the file's, `question` asks whether to add it as that file
+// (empty when there is nothing to ask).
+bool FAddTargetTakes(TRec* target, const LStrs& paths, LStr& question);
 // The bits of a version's attributes (1 read-only, 2 archive, 4 hidden,
 // 8 system) from the system's attribute word.
 uint8_t FAttrBits(uint32_t attributes);

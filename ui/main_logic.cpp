@@ -226,21 +226,9 @@ void TMainLogic::fcDropFiles(const LStrs& paths, bool noDialog) {
 }
 
 bool TMainLogic::checkAddTarget(TRec* target, const LStrs& paths, bool confirm) {
-  if (!target->isFile() || paths.count == 0) return true;
-  if (paths.count > 1) {
-    FMsg(kMsgWarning, "複数の項目をファイルに追加することはできません");
-    return false;
-  }
-  const char* path = paths[0]->ptr;
-  if (FExists(path) == kExistsFolder) {
-    FMsg(kMsgWarning, "フォルダをファイルに追加することはできません");
-    return false;
-  }
-  LStr name = FNameOf(path);
-  if (!confirm || FStrCmp(name.ptr, target->name(), true) == 0) return true;
   LStr question;
-  question.format("%s を %s として追加します。よろしいですか？", name.ptr, target->name());
-  return view_.ask(question.ptr, false) == kAnswerYes;
+  if (!FAddTargetTakes(target, paths, question)) return false;
+  return !confirm || question.empty() || view_.ask(question.ptr, false) == kAnswerYes;
 }
 
 void TMainLogic::fcAdd(const LStrs& paths, bool noDialog) {
