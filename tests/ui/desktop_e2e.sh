@@ -16,11 +16,16 @@ out="$(realpath -m "$3")"
 here="$(cd "$(dirname "$0")/../../scripts" && pwd)"
 
 . "$here/require.sh"
-require Xvfb:xvfb xdotool:xdotool wine:wine python3:python3
+require Xvfb:xvfb xdotool:xdotool wine:wine wineserver:wine python3:python3
 . "$here/wine-env.sh"
 
 work="$(mktemp -d)"
 mkdir -p "$out" "$work/fb"
+# A Wine session draws on the display its first window program saw. A
+# shared server may have started headless, so this test runs a session of
+# its own, in a copy of the test prefix, on its own display.
+cp -a "$WINEPREFIX" "$work/prefix"
+export WINEPREFIX="$work/prefix"
 rm -f "$out/failure.png"
 display=""
 for n in $(seq 140 199); do
@@ -29,12 +34,14 @@ done
 Xvfb "$display" -screen 0 1024x768x24 -fbdir "$work/fb" -nolisten tcp >/dev/null 2>&1 &
 xvfb_pid=$!
 cleanup() {
+  wineserver -k >/dev/null 2>&1 || true
   kill "$xvfb_pid" 2>/dev/null || true
   rm -rf "$work"
 }
 trap cleanup EXIT
 export DISPLAY="$display"
 for _ in $(seq 50); do xdotool getmouselocation >/dev/null 2>&1 && break; sleep 0.1; done
+wineserver -p
 
 fail() {
   echo "desktop_e2e: $*" >&2
