@@ -1,4 +1,5 @@
 #include "app/app.h"
+#include "app/product.h"
 #include "lib/file_util.h"
 #include "lib/ini.h"
 #include "lib/ini_fields.h"
@@ -53,7 +54,7 @@ void FSettingsFile(TApp& app, const char* path, char mode) {
     FMakeDirs(path);
     LIoFile file(path, 'w', true);
     if (!file.isOpen()) return;
-    file.printf("; %s %s 設定ファイル\r\n", "Kestrom", "1.14");
+    file.printf("; %s %s 設定ファイル\r\n", kProductName, kProductVersion);
     LIniIo io(file, 'w');
     ini.write(io);
     return;

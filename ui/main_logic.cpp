@@ -4,6 +4,7 @@
 
 #include "app/app.h"
 #include "app/config.h"
+#include "app/product.h"
 #include "app/worker.h"
 #include "archive/archive.h"
 #include "archive/format.h"
@@ -19,7 +20,6 @@
 #include "ui/main_view.h"
 
 namespace {
-const char* const kProductName = "Kestrom";
 const char* const kUntitledName = "無題";
 // Between two new copies of the program, so that they do not race for
 // their work folders.
