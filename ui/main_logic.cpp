@@ -17,6 +17,7 @@
 #include "store/extract_command.h"
 #include "store/search_cmd.h"
 #include "store/work_set.h"
+#include "ui/command_table.h"
 #include "ui/main_view.h"
 
 namespace {
@@ -103,6 +104,12 @@ bool TMainLogic::fcClose(bool makeFresh) {
   updateTitle();
   view_.updateCommands();
   return true;
+}
+
+bool TMainLogic::closeWindow() {
+  if (FThread() == nullptr) return fcClose(/*makeFresh=*/false);
+  if (FRequestStop()) view_.postCommand(kCmdExit);
+  return false;
 }
 
 bool TMainLogic::fcSaveAs() {

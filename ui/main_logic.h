@@ -25,6 +25,10 @@ class TMainLogic {
   // Closes the archive (asking to save an untitled one with content); with
   // makeFresh an empty untitled archive follows. False keeps it open.
   bool fcClose(bool makeFresh);
+  // The main window is being closed: true when it may go now. While a
+  // command runs the user is asked to stop it; after Yes the close is tried
+  // again once the worker has gone, as a posted exit command.
+  bool closeWindow();
   // Copies the archive to a new path and continues there; false when
   // cancelled or refused.
   bool fcSaveAs();

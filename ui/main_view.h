@@ -58,6 +58,8 @@ class TMainView : public TRunningCopies {
   // Starts a new copy of the program with one argument (null: none).
   virtual void startCopy(const char* argument) = 0;
   virtual void pause(int32_t milliseconds) = 0;
+  // Puts a command in the window's queue, behind what is waiting there.
+  virtual void postCommand(int32_t id) = 0;
   // Makes the command the running one and starts it on the worker.
   virtual void startCommand(TThread* thread) = 0;
 };

@@ -448,12 +448,7 @@ LRESULT TMainWin::onCopyData(const COPYDATASTRUCT* data) {
 }
 
 int TMainWin::onClose() {
-  if (FThread() != nullptr) {
-    // The close is tried again once the worker has gone.
-    if (FRequestStop()) PostMessageA(hwnd, WM_COMMAND, kCmdExit, 0);
-    return 0;
-  }
-  if (!logic_.fcClose(/*makeFresh=*/false)) return 0;
+  if (!logic_.closeWindow()) return 0;
   WINDOWPLACEMENT placement = {};
   placement.length = sizeof(placement);
   if (GetWindowPlacement(hwnd, &placement)) {
@@ -604,6 +599,8 @@ void TMainWin::startCopy(const char* argument) {
 }
 
 void TMainWin::pause(int32_t milliseconds) { Sleep(milliseconds); }
+
+void TMainWin::postCommand(int32_t id) { PostMessageA(hwnd, WM_COMMAND, id, 0); }
 
 void TMainWin::startCommand(TThread* thread) {
   FStartCommand(thread);

@@ -74,6 +74,7 @@ class TMainWin : public LWin, public TMainView {
   bool bringForwardCopyWith(const char* fullPath) override;
   void startCopy(const char* argument) override;
   void pause(int32_t milliseconds) override;
+  void postCommand(int32_t id) override;
   void startCommand(TThread* thread) override;
 
   // LWin

@@ -2,12 +2,21 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <string>
+#include <vector>
+
 #include "app/app.h"
 #include "app/config.h"
+#include "app/worker.h"
+#include "app/worker_ui.h"
 #include "lib/file_util.h"
+#include "lib/sys.h"
+#include "lib/thread.h"
 #include "store/work_set.h"
 #include "support/archive_fixture.h"
 #include "tests/ui/scripted_view.h"
+#include "ui/command_table.h"
 
 namespace {
 
@@ -246,3 +255,92 @@ TEST(CommandReport, EachCommandsReport) {
 }
 
 }  // namespace
+
+namespace {
+
+// A worker interface whose stop question is answered by the test.
+class AnsweringUi : public TWorkerUi {
+ public:
+  std::atomic<bool> stop{false};
+  std::atomic<int> asked{0};
+  LEvent completed;
+  void setStatus(const char*) override {}
+  void setStatus2(const char*) override {}
+  void showPercent(int32_t) override {}
+  void beginProgress() override {}
+  void endProgress() override {}
+  bool askYesNo(const char*) override {
+    asked++;
+    return stop;
+  }
+  void postCompletion() override { completed.set(); }
+  void searchHit(TVer*) override {}
+  void commandFinished(TThread&) override {}
+};
+
+// A command that runs until it is stopped or released.
+class EndlessCommand : public TThread {
+ public:
+  explicit EndlessCommand(std::atomic<bool>& release) : TThread(kCmdAdd), release_(release) {}
+
+ protected:
+  void runCommand() override {
+    while (!release_) {
+      FCheckStop();
+      SysSleep(5);
+    }
+  }
+
+ private:
+  std::atomic<bool>& release_;
+};
+
+class CloseWhileRunningTest : public MainLogicTest {
+ protected:
+  CloseWhileRunningTest() {
+    FSetMainThread(new LMainThread);
+    FSetWorkerUi(&ui);
+    fillUntitled();
+    FStartCommand(new EndlessCommand(release));
+  }
+  ~CloseWhileRunningTest() override {
+    release = true;
+    if (FThread() != nullptr) {
+      ui.completed.wait(10000);
+      FCompleteCommand();
+    }
+    FSetWorkerUi(nullptr);
+    delete FMainThread();
+    FSetMainThread(nullptr);
+  }
+
+  AnsweringUi ui;
+  std::atomic<bool> release{false};
+};
+
+}  // namespace
+
+TEST_F(CloseWhileRunningTest, NoKeepsTheWindowAndTheCommandRunning) {
+  ui.stop = false;
+  EXPECT_FALSE(logic.closeWindow());
+  EXPECT_EQ(ui.asked, 1);
+  EXPECT_TRUE(view.posted.empty());
+  EXPECT_TRUE(view.questions.empty());  // not the save question
+  ASSERT_NE(FThread(), nullptr);
+  EXPECT_NE(FThread()->threadHandle, -1);
+}
+
+TEST_F(CloseWhileRunningTest, YesStopsTheCommandAndTriesTheCloseAgainAfterIt) {
+  ui.stop = true;
+  EXPECT_FALSE(logic.closeWindow());
+  ASSERT_EQ(view.posted, std::vector<int32_t>{kCmdExit});
+  ASSERT_NE(FThread(), nullptr);
+  EXPECT_EQ(FThread()->threadHandle, -1);  // the worker has gone
+  ASSERT_EQ(ui.completed.wait(10000), 0);
+  FCompleteCommand();
+  // The posted exit comes back as a close with nothing running: now the
+  // untitled archive's save question.
+  view.answers = {kAnswerCancel};
+  EXPECT_FALSE(logic.closeWindow());
+  EXPECT_EQ(view.questions, std::vector<std::string>{"アーカイブを保存しますか？"});
+}

@@ -26,6 +26,7 @@ class ScriptedView : public TMainView {
   bool treeFocus = true;
   int commandUpdates = 0;
   std::vector<int32_t> commands;  // ids of the commands started
+  std::vector<int32_t> posted;    // ids put in the window's queue
 
   TAnswer ask(const char* question, bool) override {
     questions.push_back(question);
@@ -62,6 +63,7 @@ class ScriptedView : public TMainView {
   }
   void startCopy(const char* argument) override { started.push_back(argument ? argument : ""); }
   void pause(int32_t) override {}
+  void postCommand(int32_t id) override { posted.push_back(id); }
   void startCommand(TThread* thread) override {
     commands.push_back(thread->cmdId);
     delete thread;
