@@ -22,6 +22,10 @@ TWorkSet::~TWorkSet() {
   infos.collect(all);
   for (intptr_t element : all)
     delete reinterpret_cast<TVerInfo*>(reinterpret_cast<LIntPair*>(element)->value);
+  all.clear();
+  opened.collect(all);
+  for (intptr_t element : all)
+    delete reinterpret_cast<LStr*>(reinterpret_cast<LIntPair*>(element)->value);
 }
 
 TVerInfo* TWorkSet::findInfo(const TVer* ver) const {
@@ -34,6 +38,16 @@ TVerInfo* TWorkSet::NewInfo(const TVer* ver) {
   TVerInfo* info = new TVerInfo;
   infos.addPair(keyOf(ver), reinterpret_cast<intptr_t>(info));
   return info;
+}
+
+const char* TWorkSet::openedPath(const TVer* ver) const {
+  intptr_t key = keyOf(ver);
+  intptr_t pair = opened.findInt(key, sameKey);
+  return pair ? reinterpret_cast<LStr*>(reinterpret_cast<LIntPair*>(pair)->value)->ptr : nullptr;
+}
+
+void TWorkSet::noteOpened(const TVer* ver, LStr* path) {
+  opened.addPair(keyOf(ver), reinterpret_cast<intptr_t>(path));
 }
 
 TWorkSet* FWorkSet() { return gWorkSet; }

@@ -25,8 +25,8 @@ class TWorkSet {
   LArr evacuated;
   LHash marks{LHash::kInts};
   LStrs evacFiles;
-  LHash infos{LHash::kPairs};  // TVer address -> owned TVerInfo
-  LHash opened{LHash::kPairs};
+  LHash infos{LHash::kPairs};   // TVer address -> owned TVerInfo
+  LHash opened{LHash::kPairs};  // TVer address -> owned path of its opened copy
   volatile int32_t stopState = kStopRun;
   int32_t failed = 0;
   int64_t storeTime = 0;  // of an add: Unix seconds; 0 takes the clock when it starts
@@ -42,6 +42,10 @@ class TWorkSet {
   TVerInfo* findInfo(const TVer* ver) const;
   // Creates the side record of a version (it must have none).
   TVerInfo* NewInfo(const TVer* ver);
+  // Where a copy of the version was written to be opened, or null.
+  const char* openedPath(const TVer* ver) const;
+  // Remembers that path (taken over) as the version's opened copy.
+  void noteOpened(const TVer* ver, LStr* path);
 };
 
 // The work set of the process.

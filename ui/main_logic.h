@@ -13,6 +13,7 @@
 class TApp;
 class TMainView;
 class TRunningCopies;
+class TFolder;
 class TRec;
 class TWorkSet;
 
@@ -47,6 +48,14 @@ class TMainLogic {
   void fcAdd(const LStrs& paths, bool noDialog);
   void fcExt();
   void fcDel();
+  // The selected versions (a file: its newest), at most ten, each written
+  // to its copy in the work folder and opened with the system's default
+  // application for it.
+  void fcOpenWithApp();
+  // A folder "新しいフォルダ" (or "(2)", "(3)"... when taken) as the last
+  // child of the tree pane's selected folder; null when busy or when a
+  // folder is not selected. The tree is marked dirty; nothing is written.
+  TFolder* fcNewFolder();
 
  private:
   bool holdsEmptyUntitled() const;

@@ -55,6 +55,12 @@ class TMainView : public TRunningCopies {
   virtual TRec* treeSelected() = 0;
   virtual bool treeHasFocus() = 0;
 
+  // Opens a file with the system's default application for it; the shell's
+  // result: above 32 for success, 31 when no application is registered.
+  virtual int32_t openWithDefaultApp(const char* path) = 0;
+  // The archive was read again from its file: the panes drop their rows.
+  virtual void archiveReloaded() = 0;
+
   // Starts a new copy of the program with one argument (null: none).
   virtual void startCopy(const char* argument) = 0;
   virtual void pause(int32_t milliseconds) = 0;

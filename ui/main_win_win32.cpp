@@ -339,7 +339,7 @@ void TMainWin::treeSelectionChanged(HTREEITEM node) {
 void TMainWin::renamed(TRec*) { updateCommands(); }
 
 void TMainWin::startRename() {
-  if (FThread() != nullptr) return;
+  if (FBusy(1)) return;
   if (list_.hasFocus()) {
     int32_t row = list_.focusedRow();
     if (row >= 0) list_.editLabel(row);
@@ -347,6 +347,24 @@ void TMainWin::startRename() {
   }
   HTREEITEM node = tree_.selected();
   if (node != nullptr) tree_.editLabel(node);
+}
+
+void TMainWin::newFolder() {
+  TFolder* folder = logic_.fcNewFolder();
+  if (folder == nullptr) return;
+  HTREEITEM node = tree_.selected();
+  tree_.addChildren(node, static_cast<TFolder*>(folder->parent));
+  tree_.expand(node, true);
+  list_.refill();
+  HWND focus = GetFocus();
+  if (focus == tree_.ctrl)
+    SetFocus(list_.ctrl);
+  else if (focus != list_.ctrl)
+    SetFocus(tree_.ctrl);
+  int32_t row = list_.rowOf(folder);
+  if (row < 0) return;
+  list_.focusRow(row, /*select=*/true);
+  list_.editLabel(row);
 }
 
 void TMainWin::dispatch(int32_t id) {
@@ -386,6 +404,12 @@ void TMainWin::dispatch(int32_t id) {
       return;
     case kCmdRename:
       startRename();
+      return;
+    case kCmdNewFolder:
+      newFolder();
+      return;
+    case kCmdOpenWithApp:
+      logic_.fcOpenWithApp();
       return;
     case kCmdSelectAll:
       list_.selectAll();
@@ -599,6 +623,13 @@ void TMainWin::startCopy(const char* argument) {
 }
 
 void TMainWin::pause(int32_t milliseconds) { Sleep(milliseconds); }
+
+int32_t TMainWin::openWithDefaultApp(const char* path) {
+  HINSTANCE result = ShellExecuteA(hwnd, "open", path, nullptr, nullptr, SW_SHOWNORMAL);
+  return static_cast<int32_t>(reinterpret_cast<intptr_t>(result));
+}
+
+void TMainWin::archiveReloaded() { list_.refill(); }
 
 void TMainWin::postCommand(int32_t id) { PostMessageA(hwnd, WM_COMMAND, id, 0); }
 

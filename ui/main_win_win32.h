@@ -74,6 +74,8 @@ class TMainWin : public LWin, public TMainView {
   bool bringForwardCopyWith(const char* fullPath) override;
   void startCopy(const char* argument) override;
   void pause(int32_t milliseconds) override;
+  int32_t openWithDefaultApp(const char* path) override;
+  void archiveReloaded() override;
   void postCommand(int32_t id) override;
   void startCommand(TThread* thread) override;
 
@@ -99,6 +101,7 @@ class TMainWin : public LWin, public TMainView {
   void layout();
   TCommandState commandState();
   void startRename();
+  void newFolder();
   bool inSplitter(int x, int y);
 
   TApp& app_;

@@ -15,35 +15,10 @@
 #include "lib/thread.h"
 #include "store/work_set.h"
 #include "support/archive_fixture.h"
-#include "tests/ui/scripted_view.h"
+#include "tests/ui/main_logic_fixture.h"
 #include "ui/command_table.h"
 
 namespace {
-
-class MainLogicTest : public ArchiveTest {
- protected:
-  MainLogicTest() : logic(view, app) {
-    FSetApp(&app);
-    FSetConfig(&config);
-    FNewWorkSet();
-    archive->loadArchive(nullptr, true, false);  // the untitled archive
-  }
-  ~MainLogicTest() override {
-    FDeleteWorkSet();
-    FSetConfig(nullptr);
-    FSetApp(nullptr);
-  }
-  void fillUntitled() {
-    addFile(archive->root, "報告書.txt", 1, 20);
-    commit();
-  }
-  std::string untitled() const { return host.join("無題").ptr; }
-
-  TApp app;
-  TConfig config;
-  ScriptedView view;
-  TMainLogic logic;
-};
 
 TEST_F(MainLogicTest, ClosingAnEmptyUntitledArchiveAsksNothing) {
   EXPECT_TRUE(logic.fcClose(true));

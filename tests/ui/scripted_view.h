@@ -63,6 +63,14 @@ class ScriptedView : public TMainView {
   }
   void startCopy(const char* argument) override { started.push_back(argument ? argument : ""); }
   void pause(int32_t) override {}
+  int32_t openResult = 33;          // the shell's answer to each open
+  std::vector<std::string> opened;  // paths given to the default application
+  int reloads = 0;
+  int32_t openWithDefaultApp(const char* path) override {
+    opened.push_back(path);
+    return openResult;
+  }
+  void archiveReloaded() override { reloads++; }
   void postCommand(int32_t id) override { posted.push_back(id); }
   void startCommand(TThread* thread) override {
     commands.push_back(thread->cmdId);
