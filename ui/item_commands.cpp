@@ -1,5 +1,5 @@
 // The commands on items that run on the main thread to their end, with no
-// worker: open with the default application and new folder.
+// worker: paste, open with the default application and new folder.
 #include <algorithm>
 
 #include "app/app.h"
@@ -20,6 +20,18 @@ const int32_t kOpenMax = 10;
 // The shell's answer when no application is registered for the extension.
 const int32_t kNoAssociation = 31;
 
+// Holds the clipboard open for the life of a paste, whatever ends it.
+class ClipboardHold {
+ public:
+  explicit ClipboardHold(TMainView& view) : view_(view) { view_.openClipboard(); }
+  ~ClipboardHold() { view_.closeClipboard(); }
+  ClipboardHold(const ClipboardHold&) = delete;
+  ClipboardHold& operator=(const ClipboardHold&) = delete;
+
+ private:
+  TMainView& view_;
+};
+
 // The version a selected record stands for: a file its newest one; a
 // folder none.
 TVer* versionOf(TRec* rec) {
@@ -27,6 +39,16 @@ TVer* versionOf(TRec* rec) {
   return rec->isFile() ? rec->latestVer() : nullptr;
 }
 }  // namespace
+
+void TMainLogic::fcPaste() {
+  ClipboardHold hold(view_);
+  LStrs paths;
+  if (!view_.clipboardFiles(paths) || paths.count == 0) {
+    FMsg(0, "クリップボードに有効なデータがありません");
+    return;
+  }
+  fcDropFiles(paths, /*noDialog=*/false);
+}
 
 void TMainLogic::fcOpenWithApp() {
   TRecList records;

@@ -48,6 +48,9 @@ class TMainLogic {
   void fcAdd(const LStrs& paths, bool noDialog);
   void fcExt();
   void fcDel();
+  // The file list on the clipboard goes the way of a drop that asks for the
+  // add dialog; the clipboard stays held until it is done.
+  void fcPaste();
   // The selected versions (a file: its newest), at most ten, each written
   // to its copy in the work folder and opened with the system's default
   // application for it.

@@ -55,6 +55,12 @@ class TMainView : public TRunningCopies {
   virtual TRec* treeSelected() = 0;
   virtual bool treeHasFocus() = 0;
 
+  // The clipboard, held open by the window from open to close ("OpenClipboard()
+  // failed" is thrown as an error); while open, the file list on it, false
+  // when it holds no file list.
+  virtual void openClipboard() = 0;
+  virtual bool clipboardFiles(LStrs& paths) = 0;
+  virtual void closeClipboard() = 0;
   // Opens a file with the system's default application for it; the shell's
   // result: above 32 for success, 31 when no application is registered.
   virtual int32_t openWithDefaultApp(const char* path) = 0;

@@ -15,6 +15,7 @@
 #include "archive/archive.h"
 #include "archive/record.h"
 #include "lib/file_util.h"
+#include "lib/msg.h"
 #include "lib/path_parts.h"
 #include "store/work_set.h"
 #include "ui/command_state.h"
@@ -58,6 +59,15 @@ int pictureOf(int32_t id, int standard, int view) {
       return standard + STD_FIND;
     default:
       return standard + STD_PROPERTIES;
+  }
+}
+// The paths of a file list, from a drop or the clipboard; empty ones are
+// left out.
+void readFileList(HDROP list, LStrs& paths) {
+  UINT count = DragQueryFileA(list, 0xFFFFFFFF, nullptr, 0);
+  for (UINT i = 0; i < count; i++) {
+    char path[10000];
+    if (DragQueryFileA(list, i, path, sizeof(path)) > 0) paths.add(new LStr(path));
   }
 }
 }  // namespace
@@ -411,6 +421,9 @@ void TMainWin::dispatch(int32_t id) {
     case kCmdOpenWithApp:
       logic_.fcOpenWithApp();
       return;
+    case kCmdPaste:
+      logic_.fcPaste();
+      return;
     case kCmdSelectAll:
       list_.selectAll();
       return;
@@ -452,11 +465,7 @@ int TMainWin::onKeyDown(int key) {
 
 int TMainWin::onDropFiles(HDROP drop) {
   LStrs paths;
-  UINT count = DragQueryFileA(drop, 0xFFFFFFFF, nullptr, 0);
-  for (UINT i = 0; i < count; i++) {
-    char path[10000];
-    if (DragQueryFileA(drop, i, path, sizeof(path)) > 0) paths.add(new LStr(path));
-  }
+  readFileList(drop, paths);
   DragFinish(drop);
   logic_.fcDropFiles(paths, /*noDialog=*/GetKeyState(VK_CONTROL) >= 0);
   return 0;
@@ -630,6 +639,23 @@ int32_t TMainWin::openWithDefaultApp(const char* path) {
 }
 
 void TMainWin::archiveReloaded() { list_.refill(); }
+
+void TMainWin::openClipboard() {
+  if (!OpenClipboard(hwnd)) FWinFail("OpenClipboard()");
+}
+
+bool TMainWin::clipboardFiles(LStrs& paths) {
+  HANDLE list = GetClipboardData(CF_HDROP);
+  if (list == nullptr) return false;
+  readFileList(static_cast<HDROP>(list), paths);
+  return true;
+}
+
+void TMainWin::closeClipboard() {
+  // Called on the way out of a paste, also after an error: it reports and
+  // does not throw.
+  if (!CloseClipboard()) FMsg(kMsgSystem, "CloseClipboard() failed");
+}
 
 void TMainWin::postCommand(int32_t id) { PostMessageA(hwnd, WM_COMMAND, id, 0); }
 

@@ -76,6 +76,9 @@ class TMainWin : public LWin, public TMainView {
   void pause(int32_t milliseconds) override;
   int32_t openWithDefaultApp(const char* path) override;
   void archiveReloaded() override;
+  void openClipboard() override;
+  bool clipboardFiles(LStrs& paths) override;
+  void closeClipboard() override;
   void postCommand(int32_t id) override;
   void startCommand(TThread* thread) override;
 

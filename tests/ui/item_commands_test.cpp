@@ -11,6 +11,7 @@
 #include "store/cond.h"
 #include "support/file_bytes.h"
 #include "tests/ui/main_logic_fixture.h"
+#include "ui/command_table.h"
 
 namespace {
 
@@ -125,6 +126,40 @@ TEST_F(ItemCommandsTest, NewFoldersCountUpAndNeedAFolderInTheTree) {
   EXPECT_EQ(archive->treeDirty, 1);
   view.tree = addFile(archive->root, "a.txt", 1, 4);
   EXPECT_EQ(logic.fcNewFolder(), nullptr);
+}
+
+TEST_F(ItemCommandsTest, PasteAddsTheFileListWhileTheClipboardIsHeld) {
+  LStr source = host.join("メモ.txt");
+  TestWriteFile(source.ptr, "memo");
+  view.clipboardHasFiles = true;
+  view.clipboard = {source.ptr};
+  logic.fcPaste();
+  EXPECT_EQ(view.commands, std::vector<int32_t>{kCmdAdd});
+  EXPECT_TRUE(view.addStartedWhileHeld);
+  EXPECT_EQ(view.clipboardOpen, 0);
+}
+
+TEST_F(ItemCommandsTest, PasteWithoutAFileListSaysSoAndAddsNothing) {
+  view.clipboardHasFiles = false;
+  logic.fcPaste();
+  view.clipboardHasFiles = true;  // a file list with no paths in it
+  logic.fcPaste();
+  EXPECT_TRUE(view.commands.empty());
+  ASSERT_EQ(recorder->entries.count, 2);
+  EXPECT_STREQ(recorder->entries[1]->text.ptr, "クリップボードに有効なデータがありません");
+  EXPECT_EQ(view.clipboardOpen, 0);
+}
+
+TEST_F(ItemCommandsTest, PasteOfTwoFilesOntoAFileIsRefusedBeforeAnything) {
+  TFile* target = addVersions("a.txt", {"a"});
+  view.selected.add(target);
+  view.clipboardHasFiles = true;
+  view.clipboard = {host.join("x").ptr, host.join("y").ptr};
+  logic.fcPaste();
+  EXPECT_TRUE(view.commands.empty());
+  ASSERT_GE(recorder->entries.count, 1);
+  EXPECT_STREQ(recorder->entries[recorder->entries.count - 1]->text.ptr,
+               "複数の項目をファイルに追加することはできません");
 }
 
 }  // namespace

@@ -63,6 +63,16 @@ class ScriptedView : public TMainView {
   }
   void startCopy(const char* argument) override { started.push_back(argument ? argument : ""); }
   void pause(int32_t) override {}
+  bool clipboardHasFiles = false;
+  std::vector<std::string> clipboard;  // the file list on it
+  int clipboardOpen = 0;               // opens minus closes
+  bool addStartedWhileHeld = false;
+  void openClipboard() override { clipboardOpen++; }
+  bool clipboardFiles(LStrs& paths) override {
+    for (const std::string& path : clipboard) paths.add(new LStr(path.c_str()));
+    return clipboardHasFiles;
+  }
+  void closeClipboard() override { clipboardOpen--; }
   int32_t openResult = 33;          // the shell's answer to each open
   std::vector<std::string> opened;  // paths given to the default application
   int reloads = 0;
@@ -74,6 +84,7 @@ class ScriptedView : public TMainView {
   void postCommand(int32_t id) override { posted.push_back(id); }
   void startCommand(TThread* thread) override {
     commands.push_back(thread->cmdId);
+    if (clipboardOpen > 0) addStartedWhileHeld = true;
     delete thread;
   }
 
