@@ -177,6 +177,7 @@ int TListPane::onKey(int key) {
 }
 
 void TListPane::onFocus() {
+  owner_.paneFocused(ctrl);
   LInts rows;
   selectedRows(rows);
   if (rows.count == 0 && rowCount() > 0) focusRow(0, false);

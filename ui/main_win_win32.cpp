@@ -449,6 +449,11 @@ int TMainWin::onCommand(int id, int) {
   return 0;
 }
 
+int TMainWin::onSetFocus() {
+  SetFocus(lastPane_ != nullptr ? lastPane_ : tree_.ctrl);
+  return 0;
+}
+
 int TMainWin::onKeyDown(int key) {
   bool ctrl = GetKeyState(VK_CONTROL) < 0;
   int32_t id = FKeyCommand(key, ctrl, FThread() != nullptr);

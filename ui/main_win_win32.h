@@ -50,6 +50,9 @@ class TMainWin : public LWin, public TMainView {
   void treeSelectionChanged(HTREEITEM node);
   // A pane renamed a record.
   void renamed(TRec* rec);
+  // A pane got the keyboard; the window gives it back there when it is
+  // active again.
+  void paneFocused(HWND pane) { lastPane_ = pane; }
   // The status-bar help of a command id, or nothing for 0.
   void showHelp(int32_t id);
   // The worker's command ended without error: panes follow, report shown.
@@ -86,6 +89,7 @@ class TMainWin : public LWin, public TMainView {
   int onCreate() override;
   int onClose() override;
   int onSize(int width, int height) override;
+  int onSetFocus() override;
   int onCommand(int id, int code) override;
   int onKeyDown(int key) override;
   int onLButtonDown(int x, int y) override;
@@ -121,6 +125,7 @@ class TMainWin : public LWin, public TMainView {
   LMenu* popups_[4] = {};
   HFONT font_ = nullptr;
   bool dragging_ = false;
+  HWND lastPane_ = nullptr;
   int32_t top_ = 0;     // below the toolbar
   int32_t bottom_ = 0;  // above the status bar
   LStr idleStatus_;

@@ -102,6 +102,8 @@ void TTreePane::onDblClick() {
   if (FThread() == nullptr) owner_.dispatch(kCmdOpenWithApp);
 }
 
+void TTreePane::onFocus() { owner_.paneFocused(ctrl); }
+
 void TTreePane::onRightClick() {
   // The node under the pointer becomes the selection the menu is about.
   TVHITTESTINFO hit = {};

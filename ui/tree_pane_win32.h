@@ -33,6 +33,7 @@ class TTreePane : public LTreeView {
   void onExpanding(HTREEITEM node) override;
   void onDblClick() override;
   void onRightClick() override;
+  void onFocus() override;
   int onKey(int key) override;
   int nfBeginLabelEdited(HTREEITEM node) override;
   int nfEndLabelEdited(HTREEITEM node, const char* text) override;

@@ -123,6 +123,9 @@ int LTreeView::onNotify(NMHDR* header) {
     case NM_RCLICK:
       onRightClick();
       return 2;
+    case NM_SETFOCUS:
+      onFocus();
+      return 0;
     case TVN_KEYDOWN: {
       int key = reinterpret_cast<NMTVKEYDOWN*>(header)->wVKey;
       if (onKey(key) != 0) SendMessageA(parent->hwnd, WM_KEYDOWN, key, 0);

@@ -39,6 +39,7 @@ class LTreeView : public LCtrlContainer {
   virtual void onExpanding(HTREEITEM) {}
   virtual void onDblClick() {}
   virtual void onRightClick() {}
+  virtual void onFocus() {}
   // Non-zero passes the key on to the parent window.
   virtual int onKey(int key) { return key; }
   // Non-zero refuses the edit.

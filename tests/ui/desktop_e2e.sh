@@ -3,7 +3,8 @@
 # files given on the command line go into the untitled archive, which is
 # saved with Ctrl+S through the save dialog; kst finds both files in it; a
 # second copy started on the same archive hands it to the first and leaves;
-# closing writes the settings and removes the work folders; an unknown
+# Ctrl+D opens a version with its application; a new folder takes the name
+# typed into it; closing writes the settings and removes the work folders; an unknown
 # option shows its box and ends with exit code 2. Screenshots of the folder
 # view and the version view are left in the output folder.
 #
@@ -69,6 +70,8 @@ keys() {
   local id="$1"
   shift
   xdotool windowfocus --sync "$id" 2>/dev/null || true
+  # Wine activates the window a moment after the display gives it focus.
+  sleep 0.3
   xdotool key --delay 80 "$@"
   sleep 0.5
 }
@@ -126,7 +129,7 @@ echo "$listing"
 grep -q 'メモ.txt' <<<"$listing" || fail "kst does not find メモ.txt"
 grep -q '報告書.txt' <<<"$listing" || fail "kst does not find 報告書.txt"
 
-echo "== a second copy on the same archive hands it to the first"
+echo "== an archive given with -af: opens; its tree and versions show"
 sleep 1
 printf '第二版の報告、少し長く\n' > 資料/報告書.txt
 kst add saved.kst 資料 --settings "$work/none.ini" >/dev/null
@@ -138,11 +141,32 @@ shot "$main" folder-view.png
 # Down the tree to the folder, then to the file with two versions.
 keys "$main" Down Right Right
 shot "$main" version-view.png
+
+echo "== a new folder in the folder takes the name typed at once"
+# Up the tree to the folder; the new folder's row then waits for its name.
+keys "$main" Up
+keys "$main" alt+e f
+xdotool type --delay 50 docs
+shot "$main" new-folder.png
+keys "$main" Return
+
+echo "== Ctrl+D opens the newest version with its application"
+# Text files open in Wine's own editor, whose title names the file.
+wine reg add 'HKCR\.txt' /ve /d txtfile /f >/dev/null 2>&1
+wine reg add 'HKCR\txtfile\shell\open\command' /ve /d 'notepad.exe "%1"' /f >/dev/null 2>&1
+# In the list, from the new folder down to the file.
+keys "$main" Down ctrl+d
+viewer="$(window '報告書-V2')"
+keys "$viewer" alt+F4
+no_window '報告書-V2'
+
+echo "== the second copy on the same archive leaves it to the first"
 wine "$kestrom" "-cf:$ini" "$(winpath "$work/saved.kst")" &
 second=$!
 finish "$second"
 [ "$code" = 0 ] || fail "the second copy ended with $code"
 [ "$(xdotool search --name '^Kestrom - ' | wc -l)" = 1 ] || fail "the second copy opened a window"
+
 close_window "$main"
 finish "$first"
 [ "$code" = 0 ] || fail "closing ended with $code"
@@ -152,6 +176,7 @@ sub="$(sed -n 's/^tmpSubdir=//p' "$work/settings.ini" | tr -d '\r"')"
 shared="$(winepath -u "$base$sub" 2>/dev/null || true)"
 [ -n "$sub" ] || fail "no tmpSubdir in the settings"
 [ ! -d "$shared" ] || fail "the work folders remain in $shared"
+kst ls saved.kst /資料 --settings "$work/none.ini" | grep -q 'docs' || fail "kst does not find the new folder docs"
 
 echo "== an unknown option shows its box and ends with 2"
 wine "$kestrom" -foo &
