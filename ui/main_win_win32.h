@@ -98,6 +98,9 @@ class TMainWin : public LWin, public TMainView {
   void layout();
   TCommandState commandState();
   void startRename();
+  void fcAbout();
+  void fcProperties();
+  void openHomePage();
   bool inSplitter(int x, int y);
 
   TApp& app_;
