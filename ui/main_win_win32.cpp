@@ -11,6 +11,7 @@
 
 #include "app/app.h"
 #include "app/config.h"
+#include "app/product.h"
 #include "app/worker.h"
 #include "archive/archive.h"
 #include "archive/record.h"
@@ -18,11 +19,14 @@
 #include "lib/msg.h"
 #include "lib/path_parts.h"
 #include "store/work_set.h"
+#include "ui/about_dlg_win32.h"
+#include "ui/about_text.h"
 #include "ui/command_state.h"
 #include "ui/command_table.h"
 #include "ui/desktop_ui_win32.h"
 #include "ui/pane_logic.h"
 #include "ui/running_copies_win32.h"
+#include "win/prop_sheet.h"
 #include "win/shell_icons.h"
 
 const char* const kMainClass = "KST1414";
@@ -61,6 +65,7 @@ int pictureOf(int32_t id, int standard, int view) {
       return standard + STD_PROPERTIES;
   }
 }
+
 // The paths of a file list, from a drop or the clipboard; empty ones are
 // left out.
 void readFileList(HDROP list, LStrs& paths) {
@@ -69,6 +74,13 @@ void readFileList(HDROP list, LStrs& paths) {
     char path[10000];
     if (DragQueryFileA(list, i, path, sizeof(path)) > 0) paths.add(new LStr(path));
   }
+}
+
+// The running program's full path.
+LStr programPath() {
+  char self[MAX_PATH * 4] = {};
+  GetModuleFileNameA(nullptr, self, sizeof(self));
+  return LStr(self);
 }
 }  // namespace
 
@@ -430,6 +442,15 @@ void TMainWin::dispatch(int32_t id) {
     case kCmdStop:
       FRequestStop();
       return;
+    case kCmdProperties:
+      fcProperties();
+      return;
+    case kCmdAbout:
+      fcAbout();
+      return;
+    case kCmdHomePage:
+      openHomePage();
+      return;
     case kCmdWorkerDone: {
       bool failed = FThread() != nullptr && FThread()->error != 0;
       FCompleteCommand();
@@ -442,6 +463,29 @@ void TMainWin::dispatch(int32_t id) {
     default:
       return;
   }
+}
+
+void TMainWin::fcAbout() {
+  LStrs lines;
+  FAboutLines(programPath().ptr, lines);
+  TAboutDlg about(lines);
+  about.run(hwnd);
+}
+
+void TMainWin::fcProperties() {
+  // The worker owns the tree while it runs.
+  if (FThread() != nullptr) return;
+  TRecList records;
+  selection(records);
+  if (!FSelectionHasProperties(records)) return;
+  LPropPage general("PROP_FILE_DLG", "全般");
+  LPropSheet sheet(FCommandRow(kCmdProperties)->text);
+  sheet.add(general);
+  sheet.run(hwnd);
+}
+
+void TMainWin::openHomePage() {
+  ShellExecuteA(hwnd, "open", kHomePage, nullptr, nullptr, SW_SHOWNORMAL);
 }
 
 int TMainWin::onCommand(int id, int) {
@@ -628,12 +672,10 @@ bool TMainWin::bringForwardCopyWith(const char* fullPath) {
 }
 
 void TMainWin::startCopy(const char* argument) {
-  char self[MAX_PATH * 4] = {};
-  GetModuleFileNameA(nullptr, self, sizeof(self));
   LStr quoted;
   if (argument != nullptr) quoted.format("\"%s\"", argument);
-  ShellExecuteA(nullptr, "open", self, argument != nullptr ? quoted.ptr : nullptr, nullptr,
-                SW_SHOW);
+  ShellExecuteA(nullptr, "open", programPath().ptr, argument != nullptr ? quoted.ptr : nullptr,
+                nullptr, SW_SHOW);
 }
 
 void TMainWin::pause(int32_t milliseconds) { Sleep(milliseconds); }

@@ -109,6 +109,9 @@ class TMainWin : public LWin, public TMainView {
   TCommandState commandState();
   void startRename();
   void newFolder();
+  void fcAbout();
+  void fcProperties();
+  void openHomePage();
   bool inSplitter(int x, int y);
 
   TApp& app_;

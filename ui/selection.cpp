@@ -26,6 +26,10 @@ bool FSelectionAllowsFind(const TRecList& records) {
   return rec->isFolder() || (rec->isFile() && rec->childCount() > 1);
 }
 
+bool FSelectionHasProperties(const TRecList& records) {
+  return records.count > 0 && records[0]->isFile();
+}
+
 void FChooseSelection(bool listFocused, const TRecList& listSelected, TRec* treeSelected,
                       bool listOnly, TRecList& out) {
   out.clear();

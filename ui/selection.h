@@ -23,6 +23,9 @@ int32_t FSelKinds(const TRecList& records);
 // Search needs something to walk: several items, a folder, or a file with
 // more than one version.
 bool FSelectionAllowsFind(const TRecList& records);
+// The properties sheet describes a file: it opens only when the first
+// record of the selection is one (not a folder, not a version).
+bool FSelectionHasProperties(const TRecList& records);
 // The records a command works on: those selected in the list pane when it
 // has the focus and something is selected there (or when the caller wants
 // the list pane alone), otherwise the tree pane's selected record.

@@ -56,6 +56,16 @@ TEST_F(SelectionTest, FindNeedsSomethingToWalk) {
   EXPECT_TRUE(FSelectionAllowsFind(Recs{one, two->version(0)}.list));
 }
 
+TEST_F(SelectionTest, PropertiesOnlyWhenTheFirstRecordIsAFile) {
+  EXPECT_FALSE(FSelectionHasProperties(Recs{}.list));
+  EXPECT_TRUE(FSelectionHasProperties(Recs{one}.list));
+  EXPECT_TRUE(FSelectionHasProperties(Recs{two, folder}.list));
+  EXPECT_FALSE(FSelectionHasProperties(Recs{folder, two}.list));
+  EXPECT_FALSE(FSelectionHasProperties(Recs{archive->root}.list));
+  EXPECT_FALSE(FSelectionHasProperties(Recs{two->version(0)}.list));
+  EXPECT_FALSE(FSelectionHasProperties(Recs{two->version(1), one}.list));
+}
+
 TEST_F(SelectionTest, FocusedListCountsAloneOnlyWhenItHoldsASelection) {
   TRecList out;
   FChooseSelection(true, Recs{one, two}.list, folder, false, out);

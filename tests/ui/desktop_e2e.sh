@@ -4,9 +4,11 @@
 # saved with Ctrl+S through the save dialog; kst finds both files in it; a
 # second copy started on the same archive hands it to the first and leaves;
 # Ctrl+D opens a version with its application; a new folder takes the name
-# typed into it; closing writes the settings and removes the work folders; an unknown
-# option shows its box and ends with exit code 2. Screenshots of the folder
-# view and the version view are left in the output folder.
+# typed into it; the about box opens from the Help menu and closes with
+# Return; closing writes the settings and removes the work folders; an
+# unknown option shows its box and ends with exit code 2. Screenshots of the
+# folder view, the version view, the new folder and the about box are left
+# in the output folder.
 #
 # Usage: desktop_e2e.sh KESTROM_EXE KST_PROGRAM OUTPUT_FOLDER
 # KST_PROGRAM is kst for this machine, or kst.exe (run under Wine).
@@ -167,6 +169,13 @@ finish "$second"
 [ "$code" = 0 ] || fail "the second copy ended with $code"
 [ "$(xdotool search --name '^Kestrom - ' | wc -l)" = 1 ] || fail "the second copy opened a window"
 
+echo "== the about box opens from the Help menu and closes with Return"
+keys "$main" alt+h
+keys "$main" a
+about="$(window '^バージョン情報$')"
+shot "$about" about.png
+keys "$about" Return
+no_window '^バージョン情報$'
 close_window "$main"
 finish "$first"
 [ "$code" = 0 ] || fail "closing ended with $code"
