@@ -13,33 +13,9 @@
 #include "store/progress.h"
 #include "store/work_set.h"
 #include "support/archive_fixture.h"
+#include "support/scripted_worker_ui.h"
 
 namespace {
-
-// A user interface that answers from a script and records what it is told.
-class ScriptedUi : public TWorkerUi {
- public:
-  std::atomic<bool> answer{false};
-  std::atomic<int> asked{0};
-  LEvent completed;
-  LStr status;
-  LStr status2;
-  int32_t percent = -1;
-  int finished = 0;
-
-  void setStatus(const char* text) override { status = text; }
-  void setStatus2(const char* text) override { status2 = text; }
-  void beginProgress() override {}
-  void endProgress() override {}
-  void showPercent(int32_t p) override { percent = p; }
-  bool askYesNo(const char*) override {
-    asked++;
-    return answer;
-  }
-  void postCompletion() override { completed.set(); }
-  void commandFinished(TThread&) override { finished++; }
-  void searchHit(TVer*) override {}
-};
 
 // A command whose body the test gives.
 class TestCommand : public TThread {
@@ -82,7 +58,7 @@ class WorkerTest : public ArchiveTest {
     ASSERT_EQ(ui.completed.wait(10000), 0);
   }
 
-  ScriptedUi ui;
+  ScriptedWorkerUi ui;
   std::string before;
 };
 

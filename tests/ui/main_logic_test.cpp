@@ -15,6 +15,7 @@
 #include "lib/thread.h"
 #include "store/work_set.h"
 #include "support/archive_fixture.h"
+#include "support/scripted_worker_ui.h"
 #include "tests/ui/main_logic_fixture.h"
 #include "ui/command_table.h"
 
@@ -233,26 +234,6 @@ TEST(CommandReport, EachCommandsReport) {
 
 namespace {
 
-// A worker interface whose stop question is answered by the test.
-class AnsweringUi : public TWorkerUi {
- public:
-  std::atomic<bool> stop{false};
-  std::atomic<int> asked{0};
-  LEvent completed;
-  void setStatus(const char*) override {}
-  void setStatus2(const char*) override {}
-  void showPercent(int32_t) override {}
-  void beginProgress() override {}
-  void endProgress() override {}
-  bool askYesNo(const char*) override {
-    asked++;
-    return stop;
-  }
-  void postCompletion() override { completed.set(); }
-  void searchHit(TVer*) override {}
-  void commandFinished(TThread&) override {}
-};
-
 // A command that runs until it is stopped or released.
 class EndlessCommand : public TThread {
  public:
@@ -289,14 +270,14 @@ class CloseWhileRunningTest : public MainLogicTest {
     FSetMainThread(nullptr);
   }
 
-  AnsweringUi ui;
+  ScriptedWorkerUi ui;
   std::atomic<bool> release{false};
 };
 
 }  // namespace
 
 TEST_F(CloseWhileRunningTest, NoKeepsTheWindowAndTheCommandRunning) {
-  ui.stop = false;
+  ui.answer = false;
   EXPECT_FALSE(logic.closeWindow());
   EXPECT_EQ(ui.asked, 1);
   EXPECT_TRUE(view.posted.empty());
@@ -306,7 +287,7 @@ TEST_F(CloseWhileRunningTest, NoKeepsTheWindowAndTheCommandRunning) {
 }
 
 TEST_F(CloseWhileRunningTest, YesStopsTheCommandAndTriesTheCloseAgainAfterIt) {
-  ui.stop = true;
+  ui.answer = true;
   EXPECT_FALSE(logic.closeWindow());
   ASSERT_EQ(view.posted, std::vector<int32_t>{kCmdExit});
   ASSERT_NE(FThread(), nullptr);
