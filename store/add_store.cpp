@@ -25,8 +25,6 @@ const int32_t kStopPoll = 100;
 // keep every thread busy while one large file is written, few enough that
 // memory stays a small multiple of the largest files times the threads.
 const int32_t kAheadPerThread = 2;
-// The whole command's bar counts in these steps.
-const int32_t kProgressSteps = 10000;
 
 // The encoding of one new version on a thread of the pool: its file read
 // into the held form, the older version's delta against it, and its own
@@ -116,7 +114,7 @@ class TAddStore {
   }
   void run() {
     const int32_t ahead = kAheadPerThread * pool_->threadCount();
-    TProgressLevel level(/*high=*/100, /*total=*/kProgressSteps);
+    TByteProgress progress(totalBytes_);
     for (int32_t at = 0; at < order_.count; at++) {
       while (submitted_ < order_.count && submitted_ <= at + ahead) submitNext();
       FCheckStop();
@@ -135,10 +133,9 @@ class TAddStore {
         storeHere(ver, options_);
       delete job;
       jobs_[at] = nullptr;
-      doneBytes_ += ver->size;
+      int64_t size = ver->size;
       count(ver);  // a dropped version is gone after this
-      FSetProgress(
-          static_cast<int32_t>(doneBytes_ * kProgressSteps / (totalBytes_ > 0 ? totalBytes_ : 1)));
+      progress.advance(size);
     }
   }
 
@@ -182,7 +179,6 @@ class TAddStore {
   int32_t submitted_ = 0;
   int32_t index_ = 0;
   int64_t totalBytes_ = 0;
-  int64_t doneBytes_ = 0;
 };
 
 }  // namespace

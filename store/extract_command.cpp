@@ -13,6 +13,7 @@
 #include "store/extract_places.h"
 #include "store/extract_writer.h"
 #include "store/held_buf.h"
+#include "store/progress_level.h"
 #include "store/ver_info.h"
 #include "store/version_io.h"
 #include "store/work_set.h"
@@ -86,8 +87,9 @@ bool destinationOf(TVer* ver, ExtractRun& run, LStr& path) {
   return true;
 }
 
-void extractOne(TVer* ver, void* context) {
-  ExtractRun& run = *static_cast<ExtractRun*>(context);
+void collect(TVer* ver, void* found) { static_cast<LArrOf<TVer*>*>(found)->add(ver); }
+
+void extractOne(TVer* ver, ExtractRun& run) {
   LStr path;
   if (!destinationOf(ver, run, path)) return;
   FMakeDirs(path.ptr);
@@ -123,11 +125,21 @@ void FWriteExtracted(const char* path, const THeldBuf& raw, int64_t created, int
 }
 
 void FCmdExtract(const LArrOf<TRec*>& records, const char* destDir, TCond* cond, TRec* base) {
+  // The versions are found first, so that the bar knows all the bytes.
+  LArrOf<TVer*> found;
+  FWalkItems(records, *cond, collect, &found);
+  int64_t totalBytes = 0;
+  for (TVer* ver : found) totalBytes += ver->size;
+  TByteProgress progress(totalBytes);
   TExtractWriter writer;
   ExtractRun run{LStr(destDir), base, {}, &writer};
   if (run.dest.empty()) run.dest = FArchive()->firstAddPath;
   FDropSep(run.dest);
-  FWalkItems(records, *cond, extractOne, &run);
+  for (TVer* ver : found) {
+    FShowProgressItem(ver->ownerFile()->name());
+    extractOne(ver, run);
+    progress.advance(ver->size);
+  }
   writer.finish();
 }
 

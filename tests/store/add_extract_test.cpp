@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "lib/file_time.h"
 #include "lib/file_util.h"
@@ -8,6 +9,7 @@
 #include "store/add_command.h"
 #include "store/cond.h"
 #include "store/extract_command.h"
+#include "store/progress.h"
 #include "store/ver_info.h"
 #include "store/work_set.h"
 #include "support/archive_fixture.h"
@@ -333,3 +335,45 @@ TEST_F(AddTest, LinksAndSpecialFiles) {
   EXPECT_EQ(warnings, 2);
 }
 #endif
+
+namespace {
+
+// Keeps every percentage the command sends.
+class PercentLog : public TProgressSink {
+ public:
+  void showPercent(int32_t percent) override { sent.push_back(percent); }
+  void showItem(const char*) override {}
+  std::vector<int32_t> sent;
+};
+
+// One bar for the whole command: it never goes back when the next file
+// begins, and it ends full.
+void expectOneBar(const std::vector<int32_t>& sent) {
+  ASSERT_FALSE(sent.empty());
+  for (size_t i = 1; i < sent.size(); i++) EXPECT_GE(sent[i], sent[i - 1]) << "at " << i;
+  EXPECT_EQ(sent.back(), 100);
+}
+
+}  // namespace
+
+TEST_F(AddTest, AddAndExtractEachShowOneBarForTheWholeCommand) {
+  for (int i = 0; i < 6; i++)
+    put(("f" + std::to_string(i) + ".bin").c_str(), std::string(20000 * (6 - i), 'a' + i));
+  PercentLog adding;
+  FSetProgressSink(&adding);
+  add();
+  FSetProgressSink(nullptr);
+  expectOneBar(adding.sent);
+
+  PercentLog extracting;
+  LArrOf<TRec*> records;
+  records.add(archive->root);
+  TCond all;
+  all.Parse();
+  FSetProgressSink(&extracting);
+  FCmdExtract(records, dir.file("out").ptr, &all, nullptr);
+  FSetProgressSink(nullptr);
+  expectOneBar(extracting.sent);
+  EXPECT_GE(extracting.sent.size(), 6u);
+  EXPECT_EQ(extracted(dir.file("out/src").ptr, "f0.bin"), std::string(120000, 'a'));
+}
