@@ -24,6 +24,7 @@
 #include "ui/command_state.h"
 #include "ui/command_table.h"
 #include "ui/desktop_ui_win32.h"
+#include "ui/help_target.h"
 #include "ui/pane_logic.h"
 #include "ui/running_copies_win32.h"
 #include "win/prop_sheet.h"
@@ -451,6 +452,9 @@ void TMainWin::dispatch(int32_t id) {
     case kCmdHomePage:
       openHomePage();
       return;
+    case kCmdHelp:
+      openHelp();
+      return;
     case kCmdWorkerDone: {
       bool failed = FThread() != nullptr && FThread()->error != 0;
       FCompleteCommand();
@@ -482,6 +486,15 @@ void TMainWin::fcProperties() {
   LPropSheet sheet(FCommandRow(kCmdProperties)->text);
   sheet.add(general);
   sheet.run(hwnd);
+}
+
+void TMainWin::openHelp() {
+  LStr target = FHelpTarget(config_.helpPath.ptr, "index");
+  if (target.empty()) {
+    FMsg(kMsgWarning, "ヘルプファイルが見つかりません: %s", config_.helpPath.ptr);
+    return;
+  }
+  if (openWithDefaultApp(target.ptr) <= 32) FMsg(kMsgWarning, "%s を開けません", target.ptr);
 }
 
 void TMainWin::openHomePage() {

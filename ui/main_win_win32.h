@@ -112,6 +112,7 @@ class TMainWin : public LWin, public TMainView {
   void fcAbout();
   void fcProperties();
   void openHomePage();
+  void openHelp();
   bool inSplitter(int x, int y);
 
   TApp& app_;
