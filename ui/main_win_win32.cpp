@@ -27,6 +27,7 @@
 #include "ui/help_target.h"
 #include "ui/pane_logic.h"
 #include "ui/running_copies_win32.h"
+#include "win/folder_browser.h"
 #include "win/prop_sheet.h"
 #include "win/shell_icons.h"
 
@@ -643,28 +644,8 @@ bool TMainWin::chooseArchiveToSave(TFileChoice& choice) {
   return true;
 }
 
-namespace {
-int CALLBACK startIn(HWND window, UINT message, LPARAM, LPARAM folder) {
-  if (message == BFFM_INITIALIZED) SendMessageA(window, BFFM_SETSELECTIONA, TRUE, folder);
-  return 0;
-}
-}  // namespace
-
 bool TMainWin::chooseFolder(const char* title, LStr& folder) {
-  char chosen[MAX_PATH] = {};
-  BROWSEINFOA browse = {};
-  browse.hwndOwner = hwnd;
-  browse.pszDisplayName = chosen;
-  browse.lpszTitle = title;
-  browse.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
-  browse.lpfn = startIn;
-  browse.lParam = reinterpret_cast<LPARAM>(folder.ptr);
-  LPITEMIDLIST item = SHBrowseForFolderA(&browse);
-  if (item == nullptr) return false;
-  bool found = SHGetPathFromIDListA(item, chosen) != FALSE;
-  CoTaskMemFree(item);
-  if (found) folder = chosen;
-  return found;
+  return FBrowseForFolder(hwnd, title, folder);
 }
 
 bool TMainWin::documentsFolder(LStr& folder) {
