@@ -25,6 +25,7 @@
 #include "ui/command_table.h"
 #include "ui/desktop_ui_win32.h"
 #include "ui/help_target.h"
+#include "ui/options_sheet_win32.h"
 #include "ui/pane_logic.h"
 #include "ui/running_copies_win32.h"
 #include "win/folder_browser.h"
@@ -447,6 +448,9 @@ void TMainWin::dispatch(int32_t id) {
     case kCmdProperties:
       fcProperties();
       return;
+    case kCmdOptions:
+      fcOptions();
+      return;
     case kCmdAbout:
       fcAbout();
       return;
@@ -487,6 +491,14 @@ void TMainWin::fcProperties() {
   LPropSheet sheet(FCommandRow(kCmdProperties)->text);
   sheet.add(general);
   sheet.run(hwnd);
+}
+
+void TMainWin::fcOptions() {
+  // The worker adds search rows under the columns while it runs.
+  if (FThread() != nullptr) return;
+  // The page starts from the widths the user sees now.
+  list_.storeWidths();
+  if (FShowOptions(hwnd, app_, config_)) list_.setMode(list_.modeCommand());
 }
 
 void TMainWin::openHelp() {
