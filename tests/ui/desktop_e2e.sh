@@ -6,11 +6,12 @@
 # Ctrl+D opens a version with its application; a new folder takes the name
 # typed into it; the about box opens from the Help menu and closes with
 # Return; the options open from the View menu, close with Escape, open again
-# on the page shown last and hide a column, which the settings keep; closing
-# writes the settings and removes the work folders; an unknown option shows
-# its box and ends with exit code 2. Screenshots of the folder view, the
-# version view, the new folder, the about box and the options' pages are
-# left in the output folder.
+# on the page shown last, hide a column and change a check box, which the
+# settings keep while a cancelled change is lost; closing writes the
+# settings and removes the work folders; an unknown option shows its box and
+# ends with exit code 2. Screenshots of the folder view, the version view,
+# the new folder, the about box and the options' pages are left in the
+# output folder.
 #
 # Usage: desktop_e2e.sh KESTROM_EXE KST_PROGRAM OUTPUT_FOLDER
 # KST_PROGRAM is kst for this machine, or kst.exe (run under Wine).
@@ -179,7 +180,7 @@ shot "$about" about.png
 keys "$about" Return
 no_window '^バージョン情報$'
 
-echo "== the options open from the View menu; the column page hides a column"
+echo "== the options open from the View menu; they hide a column and change a check box"
 # Two items of the View menu have the mnemonic O, and the first would run at
 # once: the arrows go from the first item past the search to the options.
 open_options() {
@@ -189,6 +190,8 @@ open_options() {
 open_options
 options="$(window '^オプション$')"
 shot "$options" options-general.png
+# Undone by the Escape below.
+keys "$options" alt+k
 # The tab of the second page, as a user clicks it: Wine's sheet leaves
 # Ctrl+Tab to the page, which takes it for a plain Tab.
 xdotool mousemove --window "$options" 95 45 click 1
@@ -201,8 +204,9 @@ open_options
 options="$(window '^オプション$')"
 keys "$options" alt+w Tab Tab space
 shot "$options" options-hidden.png
-# Return on the list, not on the pressed button, is the sheet's OK.
-keys "$options" alt+w Return
+xdotool mousemove --window "$options" 40 45 click 1
+# Return on the check box, not on the pressed button, is the sheet's OK.
+keys "$options" alt+k Return
 no_window '^オプション$'
 close_window "$main"
 finish "$first"
@@ -211,6 +215,9 @@ finish "$first"
 fcols="$(sed -n 's/^fcols=//p' "$work/settings.ini" | tr -d '\r')"
 echo "fcols=$fcols"
 [[ "$fcols" == '((3,'*'(9,'* ]] || fail "the name column is still shown: fcols=$fcols"
+# One change of the second check box was cancelled, the other kept.
+grep -q '^skipEquF=0' "$work/settings.ini" || fail "skipEquF did not become 0"
+grep -q '^skipEquDtF=1' "$work/settings.ini" || fail "skipEquDtF changed"
 base="$(sed -n 's/^tmpDirBase=//p' "$work/settings.ini" | tr -d '\r"')"
 sub="$(sed -n 's/^tmpSubdir=//p' "$work/settings.ini" | tr -d '\r"')"
 shared="$(winepath -u "$base$sub" 2>/dev/null || true)"
