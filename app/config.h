@@ -1,8 +1,8 @@
 // TConfig: what belongs to this run of the desktop program and is never
 // saved: the settings and help paths, whether another copy was running at
-// start, the condition sets of the four long commands, and the search base
-// that the path columns of search rows run from. One object for the process,
-// made at start-up after TApp.
+// start, the condition sets of the four long commands, the search base that
+// the path columns of search rows run from, and the options page shown last.
+// One object for the process, made at start-up after TApp.
 #pragma once
 
 #include <cstdint>
@@ -26,6 +26,8 @@ class TConfig {
   // Where the running search began; its rows' paths run from here (null:
   // from the root).
   TRec* searchBase = nullptr;
+  // The page of the options that was shown last; the next run starts there.
+  int32_t optionsPage = 0;
 
   // The conditions of add, extract and delete start fresh for each run; the
   // search conditions are kept from one search to the next.

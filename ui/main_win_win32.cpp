@@ -25,8 +25,10 @@
 #include "ui/command_table.h"
 #include "ui/desktop_ui_win32.h"
 #include "ui/help_target.h"
+#include "ui/options_sheet_win32.h"
 #include "ui/pane_logic.h"
 #include "ui/running_copies_win32.h"
+#include "win/folder_browser.h"
 #include "win/prop_sheet.h"
 #include "win/shell_icons.h"
 
@@ -446,6 +448,9 @@ void TMainWin::dispatch(int32_t id) {
     case kCmdProperties:
       fcProperties();
       return;
+    case kCmdOptions:
+      fcOptions();
+      return;
     case kCmdAbout:
       fcAbout();
       return;
@@ -486,6 +491,14 @@ void TMainWin::fcProperties() {
   LPropSheet sheet(FCommandRow(kCmdProperties)->text);
   sheet.add(general);
   sheet.run(hwnd);
+}
+
+void TMainWin::fcOptions() {
+  // The worker adds search rows under the columns while it runs.
+  if (FThread() != nullptr) return;
+  // The page starts from the widths the user sees now.
+  list_.storeWidths();
+  if (FShowOptions(hwnd, app_, config_)) list_.setMode(list_.modeCommand());
 }
 
 void TMainWin::openHelp() {
@@ -643,28 +656,8 @@ bool TMainWin::chooseArchiveToSave(TFileChoice& choice) {
   return true;
 }
 
-namespace {
-int CALLBACK startIn(HWND window, UINT message, LPARAM, LPARAM folder) {
-  if (message == BFFM_INITIALIZED) SendMessageA(window, BFFM_SETSELECTIONA, TRUE, folder);
-  return 0;
-}
-}  // namespace
-
 bool TMainWin::chooseFolder(const char* title, LStr& folder) {
-  char chosen[MAX_PATH] = {};
-  BROWSEINFOA browse = {};
-  browse.hwndOwner = hwnd;
-  browse.pszDisplayName = chosen;
-  browse.lpszTitle = title;
-  browse.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
-  browse.lpfn = startIn;
-  browse.lParam = reinterpret_cast<LPARAM>(folder.ptr);
-  LPITEMIDLIST item = SHBrowseForFolderA(&browse);
-  if (item == nullptr) return false;
-  bool found = SHGetPathFromIDListA(item, chosen) != FALSE;
-  CoTaskMemFree(item);
-  if (found) folder = chosen;
-  return found;
+  return FBrowseForFolder(hwnd, title, folder);
 }
 
 bool TMainWin::documentsFolder(LStr& folder) {

@@ -111,6 +111,7 @@ class TMainWin : public LWin, public TMainView {
   void newFolder();
   void fcAbout();
   void fcProperties();
+  void fcOptions();
   void openHomePage();
   void openHelp();
   bool inSplitter(int x, int y);

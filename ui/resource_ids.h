@@ -7,3 +7,23 @@
 #define IDC_ABOUT_PATH 1002
 #define IDC_ABOUT_RIGHTS 1003
 #define IDC_ABOUT_HOME 1004
+
+// The general page of the options.
+#define IDC_OPT_SKIP_SAME_TIME 1101
+#define IDC_OPT_SKIP_SAME_CONTENT 1102
+#define IDC_OPT_TEMP_DIR 1103
+#define IDC_OPT_TEMP_BROWSE 1104
+
+// The column page of the options: two pairs of lists, the folder view's
+// from 1200 and the version view's from 1220, each laid out from its base
+// as the offsets below.
+#define IDC_OPT_FILE_COLUMNS 1200
+#define IDC_OPT_VERSION_COLUMNS 1220
+#define IDC_OPT_SHOWN_LABEL 0
+#define IDC_OPT_SHOWN_LIST 1
+#define IDC_OPT_HIDDEN_LABEL 2
+#define IDC_OPT_HIDDEN_LIST 3
+#define IDC_OPT_SHOW 4
+#define IDC_OPT_HIDE 5
+#define IDC_OPT_UP 6
+#define IDC_OPT_DOWN 7

@@ -1,5 +1,7 @@
 #include "win/ctrl.h"
 
+#include <string>
+
 #include "win/dialog.h"
 #include "win/lwin.h"
 
@@ -15,3 +17,17 @@ void LCtrl::bind() {
 void LCtrl::enable(bool on) { EnableWindow(hwnd, on ? TRUE : FALSE); }
 
 void LCtrl::show(bool on) { ShowWindow(hwnd, on ? SW_SHOW : SW_HIDE); }
+
+LStr LCtrl::text() const {
+  int length = GetWindowTextLengthA(hwnd);
+  LStr out;
+  if (length <= 0) return out;
+  std::string buffer(length + 1, '\0');
+  int got = GetWindowTextA(hwnd, buffer.data(), length + 1);
+  out.assign(buffer.data(), got);
+  return out;
+}
+
+void LCtrl::setText(const char* text) {
+  if (!SetWindowTextA(hwnd, text)) FWinFail("SetWindowText()");
+}

@@ -8,6 +8,7 @@
 #include <windows.h>
 
 #include "lib/lobj.h"
+#include "lib/lstr.h"
 
 class LDialog;
 
@@ -43,6 +44,11 @@ class LCtrl : public LObj {
   // After every control of the dialog has been loaded.
   virtual void afterLoad() {}
   virtual void afterInit() {}
+
+  // The control's text, as the user sees it now.
+  LStr text() const;
+  // "SetWindowText() failed".
+  void setText(const char* text);
 
  protected:
   LDialog& dialog_;

@@ -8,7 +8,6 @@
 class LTextBox : public LCtrl {
  public:
   LTextBox(LDialog& dialog, int id, const LStr& text) : LCtrl(dialog, id), text_(text) {}
-  // "SetWindowText() failed".
   void load() override;
 
  private:
