@@ -31,15 +31,9 @@ fi
 
 shot="$(pwd)/build/windows/kestrom-screenshot.png"
 demo="$(mktemp -d)"
-mkdir -p "$demo/fb"
-display=""
-for n in $(seq 140 199); do
-  [ -e "/tmp/.X$n-lock" ] || { display=":$n"; break; }
-done
-Xvfb "$display" -screen 0 1024x768x24 -fbdir "$demo/fb" -nolisten tcp >/dev/null 2>&1 &
-xvfb_pid=$!
+. "$here/virtual-display.sh"
+start_virtual_display "$demo/fb"
 trap 'kill "$xvfb_pid" 2>/dev/null || true; rm -rf "$demo"' EXIT
-export DISPLAY="$display"
 
 # A demonstration archive: a folder added twice with a change in between.
 mkdir -p "$demo/プロジェクト/資料"
@@ -54,20 +48,13 @@ printf '第二版、少し長く\n' >"$demo/プロジェクト/資料/報告書.
 
 wine "$kestrom" "-cf:Z:${demo//\//\\}\\settings.ini" "-af:Z:${demo//\//\\}\\デモ.kst" "$@" &
 program=$!
-window=""
-for _ in $(seq 300); do
-  window="$(xdotool search --name '^Kestrom - ' 2>/dev/null | head -n 1 || true)"
-  [ -n "$window" ] && break
-  sleep 0.1
-done
-[ -n "$window" ] || { echo "run.sh: the window did not appear" >&2; exit 1; }
+window="$(find_window '^Kestrom - ')" || { echo "run.sh: the window did not appear" >&2; exit 1; }
 sleep 2
 # Into the folder, and onto the file with two versions.
 xdotool windowfocus --sync "$window" 2>/dev/null || true
 xdotool key --delay 300 Down Right Right Right Right
 sleep 1
-eval "$(xdotool getwindowgeometry --shell "$window")"
-python3 "$here/xvfb-shot.py" "$demo/fb" "$shot" "$X" "$Y" "$WIDTH" "$HEIGHT"
+shoot_window "$window" "$shot"
 xdotool key --delay 300 alt+f x
 wait "$program" || true
 echo "No display: kestrom.exe ran on a virtual one. Screenshot: $shot"

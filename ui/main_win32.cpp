@@ -26,13 +26,12 @@
 #include "ui/main_logic.h"
 #include "ui/main_win_win32.h"
 #include "ui/running_copies_win32.h"
+#include "win/program_path.h"
 
 namespace {
 
 LStr helpPath() {
-  char self[MAX_PATH * 4] = {};
-  GetModuleFileNameA(nullptr, self, sizeof(self));
-  LStr path = FDirOf(self, /*keepSep=*/true);
+  LStr path = FDirOf(FProgramPath().ptr, /*keepSep=*/true);
   path.append("Kestrom.chm");
   return path;
 }

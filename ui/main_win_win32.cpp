@@ -29,6 +29,7 @@
 #include "ui/pane_logic.h"
 #include "ui/running_copies_win32.h"
 #include "win/folder_browser.h"
+#include "win/program_path.h"
 #include "win/prop_sheet.h"
 #include "win/shell_icons.h"
 
@@ -77,13 +78,6 @@ void readFileList(HDROP list, LStrs& paths) {
     char path[10000];
     if (DragQueryFileA(list, i, path, sizeof(path)) > 0) paths.add(new LStr(path));
   }
-}
-
-// The running program's full path.
-LStr programPath() {
-  char self[MAX_PATH * 4] = {};
-  GetModuleFileNameA(nullptr, self, sizeof(self));
-  return LStr(self);
 }
 }  // namespace
 
@@ -476,7 +470,7 @@ void TMainWin::dispatch(int32_t id) {
 
 void TMainWin::fcAbout() {
   LStrs lines;
-  FAboutLines(programPath().ptr, lines);
+  FAboutLines(FProgramPath().ptr, lines);
   TAboutDlg about(lines);
   about.run(hwnd);
 }
@@ -680,7 +674,7 @@ bool TMainWin::bringForwardCopyWith(const char* fullPath) {
 void TMainWin::startCopy(const char* argument) {
   LStr quoted;
   if (argument != nullptr) quoted.format("\"%s\"", argument);
-  ShellExecuteA(nullptr, "open", programPath().ptr, argument != nullptr ? quoted.ptr : nullptr,
+  ShellExecuteA(nullptr, "open", FProgramPath().ptr, argument != nullptr ? quoted.ptr : nullptr,
                 nullptr, SW_SHOW);
 }
 

@@ -26,43 +26,31 @@ require Xvfb:xvfb xdotool:xdotool wine:wine wineserver:wine python3:python3
 . "$here/wine-env.sh"
 
 work="$(mktemp -d)"
-mkdir -p "$out" "$work/fb"
+mkdir -p "$out"
 # A Wine session draws on the display its first window program saw. A
 # shared server may have started headless, so this test runs a session of
 # its own, in a copy of the test prefix, on its own display.
 cp -a "$WINEPREFIX" "$work/prefix"
 export WINEPREFIX="$work/prefix"
 rm -f "$out/failure.png"
-display=""
-for n in $(seq 140 199); do
-  [ -e "/tmp/.X$n-lock" ] || { display=":$n"; break; }
-done
-Xvfb "$display" -screen 0 1024x768x24 -fbdir "$work/fb" -nolisten tcp >/dev/null 2>&1 &
-xvfb_pid=$!
+. "$here/virtual-display.sh"
+start_virtual_display "$work/fb"
 cleanup() {
   wineserver -k >/dev/null 2>&1 || true
   kill "$xvfb_pid" 2>/dev/null || true
   rm -rf "$work"
 }
 trap cleanup EXIT
-export DISPLAY="$display"
-for _ in $(seq 50); do xdotool getmouselocation >/dev/null 2>&1 && break; sleep 0.1; done
 wineserver -p
 
 fail() {
   echo "desktop_e2e: $*" >&2
-  python3 "$here/xvfb-shot.py" "$work/fb" "$out/failure.png" || true
+  shoot_window "" "$out/failure.png" || true
   exit 1
 }
 # Waits for a window whose name matches; prints its id.
 window() {
-  local id
-  for _ in $(seq 300); do
-    id="$(xdotool search --name "$1" 2>/dev/null | head -n 1 || true)"
-    [ -n "$id" ] && { echo "$id"; return 0; }
-    sleep 0.1
-  done
-  fail "no window named '$1'"
+  find_window "$1" || fail "no window named '$1'"
 }
 no_window() {
   for _ in $(seq 100); do
@@ -99,11 +87,8 @@ kst() {
 }
 winpath() { echo "Z:${1//\//\\}"; }
 shot() {
-  local id="$1" name="$2" geometry
   sleep 1
-  geometry="$(xdotool getwindowgeometry --shell "$id")"
-  eval "$geometry"
-  python3 "$here/xvfb-shot.py" "$work/fb" "$out/$name" "$X" "$Y" "$WIDTH" "$HEIGHT"
+  shoot_window "$1" "$out/$2"
 }
 
 cd "$work"
