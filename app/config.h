@@ -28,6 +28,11 @@ class TConfig {
   TRec* searchBase = nullptr;
   // The page of the options that was shown last; the next run starts there.
   int32_t optionsPage = 0;
+  // Whether the conditions dialog shows its expanded part, kept for each
+  // command that opens it.
+  int32_t extractExpanded = 0;
+  int32_t deleteExpanded = 0;
+  int32_t searchExpanded = 0;
 
   // The conditions of add, extract and delete start fresh for each run; the
   // search conditions are kept from one search to the next.
