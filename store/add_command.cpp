@@ -19,9 +19,6 @@
 
 namespace {
 
-// The suffix with which the panes mark a folder among dropped paths.
-const char kFolderSuffix[] = " <folder>";
-
 struct AddRun {
   TCond* cond;
   const TAddOptions& options;

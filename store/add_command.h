@@ -25,6 +25,10 @@ struct TAddOptions {
   int32_t threads = 0;     // threads that encode; 0: one per core
 };
 
+// The suffix that marks a folder among the paths to add, as the add dialog
+// lists them; the command takes it off.
+constexpr char kFolderSuffix[] = " <folder>";
+
 // Adds paths below target (a folder, or a file to take one more version).
 void FCmdAdd(TRec* target, const LStrs& paths, TCond* cond, const TAddOptions& options);
 // The line that follows the add's result when entries were left out with a

@@ -18,6 +18,7 @@
 #include "store/search_cmd.h"
 #include "store/work_set.h"
 #include "ui/command_table.h"
+#include "ui/history.h"
 #include "ui/main_view.h"
 
 namespace {
@@ -252,13 +253,7 @@ void TMainLogic::fcAdd(const LStrs& paths, bool noDialog) {
   LStrs sources;
   for (const LStr* path : paths) sources.add(new LStr(FFullPath(path->ptr)));
   TCond& cond = FConfig()->freshAddCond();
-  // The add dialog comes with the next step of the program; until then the
-  // files come from the command line, a drop or the folder browser.
-  if (sources.count == 0 && !noDialog) {
-    LStr folder;
-    if (!view_.chooseFolder("追加するフォルダ", folder)) return;
-    sources.add(new LStr(folder));
-  }
+  if (!noDialog && !view_.runAddDialog(target, sources, cond)) return;
   if (sources.count == 0 || !checkAddTarget(target, sources, true)) return;
   TThread* thread = new TThread(kCmdAdd);
   thread->target = target;
@@ -278,16 +273,32 @@ void TMainLogic::fcExt() {
     SysFullPath(".", dest);
   else
     dest = a.folder;
-  TRec* base = view_.treeSelected();
+  TRec* treeRec = view_.treeSelected();
+  TRec* base = treeRec;
   if (base != nullptr) {
     if (view_.treeHasFocus() ? !base->isRoot() : base->isFile()) base = base->parent;
   }
-  if (!view_.chooseFolder("展開先のフォルダ", dest)) return;
+  // The destination mirrors the place in the archive the user looks at.
+  if (treeRec != nullptr) {
+    LStr inside;
+    treeRec->pathOf(inside, nullptr, '/');
+    if (!inside.empty()) {
+      FAddSep(dest);
+      dest.append(inside);
+    }
+  }
+  // A root ("/", "C:\\") keeps its separator: without it, it is no root.
+  bool isRoot = dest.length == 1 || (dest.length == 3 && dest[1] == ':');
+  if (!isRoot) FDropSep(dest);
+  LStr initial(dest);
+  TCond& cond = FConfig()->freshExtractCond();
+  if (!view_.runExtractDialog(dest, records, cond)) return;
+  if (!dest.equals(initial.ptr, false)) FRememberFolder(app_.extDirs, dest.ptr, app_.memItemNum);
   TThread* thread = new TThread(kCmdExtract);
   thread->records.addAll(records);
   thread->destDir = dest;
   thread->base = base;
-  thread->cond = &FConfig()->freshExtractCond();
+  thread->cond = &cond;
   view_.startCommand(thread);
 }
 
@@ -296,15 +307,11 @@ void TMainLogic::fcDel() {
   TRecList records;
   view_.selection(records);
   if (records.count == 0) return;
-  LStr question;
-  if (records.count == 1)
-    question.format("'%s' を削除します。よろしいですか？", records[0]->name());
-  else
-    question.format("%d 個の項目を削除します。よろしいですか？", records.count);
-  if (view_.ask(question.ptr, false) != kAnswerYes) return;
+  TCond& cond = FConfig()->freshDeleteCond();
+  if (!view_.runDeleteDialog(records, cond)) return;
   archive().removedRecords.clear();
   TThread* thread = new TThread(kCmdDelete);
   thread->records.addAll(records);
-  thread->cond = &FConfig()->freshDeleteCond();
+  thread->cond = &cond;
   view_.startCommand(thread);
 }

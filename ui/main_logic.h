@@ -43,8 +43,8 @@ class TMainLogic {
   // Files from the command line or a drop: a list of archives alone, on an
   // empty untitled archive, is opened; anything else is added.
   void fcDropFiles(const LStrs& paths, bool noDialog);
-  // The long commands, with their default conditions until their dialogs
-  // exist.
+  // The long commands, each after its dialog (add with noDialog: at once),
+  // with the conditions chosen there.
   void fcAdd(const LStrs& paths, bool noDialog);
   void fcExt();
   void fcDel();

@@ -10,6 +10,7 @@
 #include "lib/lstr.h"
 #include "ui/selection.h"
 
+class TCond;
 class TThread;
 
 enum TAnswer : int32_t { kAnswerYes, kAnswerNo, kAnswerCancel };
@@ -41,6 +42,14 @@ class TMainView : public TRunningCopies {
   virtual bool chooseArchiveToSave(TFileChoice& choice) = 0;
   // The system's folder browser; false when cancelled.
   virtual bool chooseFolder(const char* title, LStr& folder) = 0;
+  // The dialogs of the long commands; each returns whether the user went on.
+  // Add: the sources for target, which the user edits in paths (a folder
+  // with its suffix); the comment goes into cond. Extract: the destination
+  // of records, which the user edits in destination. Delete: records.
+  // The conditions button of each fills cond.
+  virtual bool runAddDialog(TRec* target, LStrs& paths, TCond& cond) = 0;
+  virtual bool runExtractDialog(LStr& destination, const TRecList& records, TCond& cond) = 0;
+  virtual bool runDeleteDialog(const TRecList& records, TCond& cond) = 0;
   // The user's documents folder; false when there is none.
   virtual bool documentsFolder(LStr& folder) = 0;
 

@@ -8,6 +8,7 @@
 
 #include "app/worker.h"
 #include "lib/lstr.h"
+#include "store/cond.h"
 #include "ui/main_view.h"
 
 class ScriptedView : public TMainView {
@@ -81,9 +82,38 @@ class ScriptedView : public TMainView {
     return openResult;
   }
   void archiveReloaded() override { reloads++; }
+  // The dialogs of the long commands go on while this holds, and tell what
+  // they were shown.
+  bool dialogsGoOn = true;
+  std::string typedComment;      // into the add dialog
+  std::string typedDestination;  // into the extract dialog; "" keeps its text
+  std::vector<std::string> addDialogPaths;
+  std::string shownDestination;
+  std::vector<std::string> dialogs;  // "add", "extract", "delete", in order
+  bool runAddDialog(TRec*, LStrs& paths, TCond& cond) override {
+    dialogs.push_back("add");
+    for (const LStr* path : paths) addDialogPaths.push_back(path->ptr);
+    if (dialogsGoOn) cond.addComment = typedComment.c_str();
+    return dialogsGoOn;
+  }
+  bool runExtractDialog(LStr& destination, const TRecList&, TCond&) override {
+    dialogs.push_back("extract");
+    shownDestination = destination.ptr;
+    if (!typedDestination.empty()) destination = typedDestination.c_str();
+    return dialogsGoOn;
+  }
+  bool runDeleteDialog(const TRecList&, TCond&) override {
+    dialogs.push_back("delete");
+    return dialogsGoOn;
+  }
+  // What the last command started with.
+  std::string startedComment;
+  std::string startedDestination;
   void postCommand(int32_t id) override { posted.push_back(id); }
   void startCommand(TThread* thread) override {
     commands.push_back(thread->cmdId);
+    if (thread->cond != nullptr) startedComment = thread->cond->addComment.ptr;
+    startedDestination = thread->destDir.ptr;
     if (clipboardOpen > 0) addStartedWhileHeld = true;
     delete thread;
   }

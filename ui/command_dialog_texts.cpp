@@ -1,0 +1,55 @@
+#include "ui/command_dialog_texts.h"
+
+#include <cstring>
+
+#include "archive/record.h"
+#include "lib/msg.h"
+#include "store/cond.h"
+
+namespace {
+// The number of versions below rec, counted up to limit.
+int32_t versionsUpTo(const TRec* rec, int32_t limit) {
+  if (rec->isVer()) return 1;
+  if (!rec->isNamed()) return 0;
+  const TRecF* named = static_cast<const TRecF*>(rec);
+  if (rec->isFile()) return named->children.count;
+  int32_t count = 0;
+  for (int32_t i = 0; i < named->children.count && count < limit; i++)
+    count += versionsUpTo(named->children[i], limit - count);
+  return count;
+}
+}  // namespace
+
+LStr FSubjectText(const TRecList& records) {
+  LStr text;
+  if (records.count > 1)
+    text.format("%d 個の項目", records.count);
+  else if (records.count == 0 || records[0]->isRoot())
+    text = "すべてのファイル";
+  else
+    text.format("%s ", records[0]->name());
+  return text;
+}
+
+bool FSelectionHasVersionsToChoose(const TRecList& records) {
+  const int32_t enough = 2;
+  int32_t count = 0;
+  for (int32_t i = 0; i < records.count && count < enough; i++)
+    count += versionsUpTo(records[i], enough - count);
+  return count >= enough;
+}
+
+LStr FCondCaption(const char* caption, const TCond& cond) {
+  // "*" (0x2A) is never the trail byte of a double-byte character.
+  int32_t length = static_cast<int32_t>(std::strlen(caption));
+  if (length > 0 && caption[length - 1] == '*') length--;
+  LStr text(caption, length);
+  if (cond.Level() > 0) text.append('*');
+  return text;
+}
+
+bool FExtractDestGiven(const char* destination) {
+  if (destination[0] != 0) return true;
+  FMsg(kMsgWarning, "展開先を指定してください。");
+  return false;
+}
