@@ -21,13 +21,18 @@
 #include "store/work_set.h"
 #include "ui/about_dlg_win32.h"
 #include "ui/about_text.h"
+#include "ui/add_dlg_win32.h"
 #include "ui/command_state.h"
 #include "ui/command_table.h"
+#include "ui/del_dlg_win32.h"
 #include "ui/desktop_ui_win32.h"
-#include "ui/help_target.h"
+#include "ui/ext_dlg_win32.h"
+#include "ui/help_page_win32.h"
 #include "ui/options_sheet_win32.h"
 #include "ui/pane_logic.h"
 #include "ui/running_copies_win32.h"
+#include "ui/user_dlg_win32.h"
+#include "win/file_list.h"
 #include "win/folder_browser.h"
 #include "win/program_path.h"
 #include "win/prop_sheet.h"
@@ -43,8 +48,6 @@ const int kSplitGap = 2;
 const int32_t kIdleParts[] = {-2, -1, 7, 0};
 const int32_t kBusyParts[] = {30, -1, 7, 0};
 const char kArchiveFilter[] = "KST ファイル (*.kst)\0*.kst\0すべてのファイル (*.*)\0*.*\0";
-// Room for the open dialog's several names.
-const DWORD kNamesRoom = 32768;
 
 // The toolbar's pictures come from the system's standard and view sets.
 int pictureOf(int32_t id, int standard, int view) {
@@ -72,13 +75,6 @@ int pictureOf(int32_t id, int standard, int view) {
 
 // The paths of a file list, from a drop or the clipboard; empty ones are
 // left out.
-void readFileList(HDROP list, LStrs& paths) {
-  UINT count = DragQueryFileA(list, 0xFFFFFFFF, nullptr, 0);
-  for (UINT i = 0; i < count; i++) {
-    char path[10000];
-    if (DragQueryFileA(list, i, path, sizeof(path)) > 0) paths.add(new LStr(path));
-  }
-}
 }  // namespace
 
 TMainWin* FMainWin() { return gMainWin; }
@@ -452,7 +448,10 @@ void TMainWin::dispatch(int32_t id) {
       openHomePage();
       return;
     case kCmdHelp:
-      openHelp();
+      FOpenHelpPage(hwnd, "index");
+      return;
+    case kCmdRegister:
+      fcRegister();
       return;
     case kCmdWorkerDone: {
       bool failed = FThread() != nullptr && FThread()->error != 0;
@@ -495,13 +494,9 @@ void TMainWin::fcOptions() {
   if (FShowOptions(hwnd, app_, config_)) list_.setMode(list_.modeCommand());
 }
 
-void TMainWin::openHelp() {
-  LStr target = FHelpTarget(config_.helpPath.ptr, "index");
-  if (target.empty()) {
-    FMsg(kMsgWarning, "ヘルプファイルが見つかりません: %s", config_.helpPath.ptr);
-    return;
-  }
-  if (openWithDefaultApp(target.ptr) <= 32) FMsg(kMsgWarning, "%s を開けません", target.ptr);
+void TMainWin::fcRegister() {
+  TUserDlg user(app_);
+  user.run(hwnd);
 }
 
 void TMainWin::openHomePage() {
@@ -534,7 +529,7 @@ int TMainWin::onKeyDown(int key) {
 
 int TMainWin::onDropFiles(HDROP drop) {
   LStrs paths;
-  readFileList(drop, paths);
+  FReadFileList(drop, paths);
   DragFinish(drop);
   logic_.fcDropFiles(paths, /*noDialog=*/GetKeyState(VK_CONTROL) >= 0);
   return 0;
@@ -599,34 +594,15 @@ TAnswer TMainWin::ask(const char* question, bool withCancel) {
 }
 
 bool TMainWin::chooseArchivesToOpen(TFileChoice& choice) {
-  LStr names;
-  names.reserve(kNamesRoom);
-  std::memset(names.ptr, 0, kNamesRoom);
-  OPENFILENAMEA dialog = {};
-  dialog.lStructSize = sizeof(dialog);
-  dialog.hwndOwner = hwnd;
-  dialog.lpstrFilter = kArchiveFilter;
-  dialog.nFilterIndex = choice.filterIdx;
-  dialog.lpstrFile = names.ptr;
-  dialog.nMaxFile = kNamesRoom;
-  dialog.lpstrInitialDir = choice.folder.empty() ? nullptr : choice.folder.ptr;
-  dialog.lpstrTitle = "アーカイブを開く";
-  dialog.Flags = OFN_EXPLORER | OFN_ALLOWMULTISELECT | OFN_FILEMUSTEXIST | OFN_HIDEREADONLY;
-  if (!GetOpenFileNameA(&dialog)) return false;
-  // One name is a full path; several follow their folder, each ended by a NUL.
-  const char* first = names.ptr;
-  const char* next = first + std::strlen(first) + 1;
-  if (*next == 0) {
-    choice.chosen.add(new LStr(first));
-  } else {
-    for (; *next != 0; next += std::strlen(next) + 1) {
-      LStr* path = new LStr(first);
-      FAddSep(*path);
-      path->append(next);
-      choice.chosen.add(path);
-    }
-  }
-  choice.filterIdx = static_cast<int32_t>(dialog.nFilterIndex);
+  LOpenFiles request;
+  request.title = "アーカイブを開く";
+  request.filter = kArchiveFilter;
+  request.filterIdx = choice.filterIdx;
+  request.folder = choice.folder;
+  request.several = true;
+  if (!FChooseFilesToOpen(hwnd, request)) return false;
+  for (const LStr* path : request.chosen) choice.chosen.add(new LStr(*path));
+  choice.filterIdx = request.filterIdx;
   return true;
 }
 
@@ -652,6 +628,21 @@ bool TMainWin::chooseArchiveToSave(TFileChoice& choice) {
 
 bool TMainWin::chooseFolder(const char* title, LStr& folder) {
   return FBrowseForFolder(hwnd, title, folder);
+}
+
+bool TMainWin::runAddDialog(TRec* target, LStrs& paths, TCond& cond) {
+  TAddDlg dialog(target, paths, cond, app_);
+  return dialog.run(hwnd) == IDOK;
+}
+
+bool TMainWin::runExtractDialog(LStr& destination, const TRecList& records, TCond& cond) {
+  TExtDlg dialog(destination, records, cond, app_, config_);
+  return dialog.run(hwnd) == IDOK;
+}
+
+bool TMainWin::runDeleteDialog(const TRecList& records, TCond& cond) {
+  TDelDlg dialog(records, cond, config_);
+  return dialog.run(hwnd) == IDOK;
 }
 
 bool TMainWin::documentsFolder(LStr& folder) {
@@ -694,7 +685,7 @@ void TMainWin::openClipboard() {
 bool TMainWin::clipboardFiles(LStrs& paths) {
   HANDLE list = GetClipboardData(CF_HDROP);
   if (list == nullptr) return false;
-  readFileList(static_cast<HDROP>(list), paths);
+  FReadFileList(static_cast<HDROP>(list), paths);
   return true;
 }
 

@@ -67,6 +67,9 @@ class TMainWin : public LWin, public TMainView {
   bool chooseArchivesToOpen(TFileChoice& choice) override;
   bool chooseArchiveToSave(TFileChoice& choice) override;
   bool chooseFolder(const char* title, LStr& folder) override;
+  bool runAddDialog(TRec* target, LStrs& paths, TCond& cond) override;
+  bool runExtractDialog(LStr& destination, const TRecList& records, TCond& cond) override;
+  bool runDeleteDialog(const TRecList& records, TCond& cond) override;
   bool documentsFolder(LStr& folder) override;
   void setTitle(const char* windowTitle, const char* rootLabel) override;
   void setStatus(const char* text) override { setStatusPart(1, text); }
@@ -113,7 +116,7 @@ class TMainWin : public LWin, public TMainView {
   void fcProperties();
   void fcOptions();
   void openHomePage();
-  void openHelp();
+  void fcRegister();
   bool inSplitter(int x, int y);
 
   TApp& app_;

@@ -27,3 +27,22 @@
 #define IDC_OPT_HIDE 5
 #define IDC_OPT_UP 6
 #define IDC_OPT_DOWN 7
+
+// The dialogs of add, extract and delete, the confirmation of an add with
+// conditions, and the registration: 1300-1399.
+#define IDC_COND 1300  // the conditions button of add, extract and delete
+#define IDC_ADD_TARGET 1301
+#define IDC_ADD_LIST 1302
+#define IDC_ADD_FOLDER 1303
+#define IDC_ADD_FILES 1304
+#define IDC_ADD_REMOVE 1305
+#define IDC_ADD_COMMENT 1306
+#define IDC_EXT_DEST 1310
+#define IDC_EXT_BROWSE 1311
+#define IDC_EXT_SUBJECT 1312
+#define IDC_DEL_SUBJECT 1320
+#define IDC_DETAIL_TEXT 1330
+#define IDC_DETAIL_COND 1331
+#define IDC_USER_NAME 1340
+#define IDC_USER_ID 1341
+#define IDC_USER_PWD 1342

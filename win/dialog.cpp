@@ -61,6 +61,9 @@ INT_PTR LDialog::route(UINT message, WPARAM wParam, LPARAM) {
       return command(LOWORD(wParam), HIWORD(wParam));
     case WM_DROPFILES:
       return answer(onDropFiles(reinterpret_cast<HDROP>(wParam)));
+    // F1 anywhere in the dialog; the help button is IDHELP.
+    case WM_HELP:
+      return answer(onHelp());
     default:
       return FALSE;
   }

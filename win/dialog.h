@@ -40,6 +40,7 @@ class LDialog : public LObj {
   virtual int onOk() { return 1; }
   // A command of a control that its LCtrl left unhandled.
   virtual int onCommand(int /*id*/, int /*code*/) { return 1; }
+  // The help button (IDHELP) or F1.
   virtual int onHelp() { return 1; }
   // 0 keeps the dialog open.
   virtual int onCancel() { return 1; }

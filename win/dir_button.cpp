@@ -1,7 +1,6 @@
 #include "win/dir_button.h"
 
 #include "win/dialog.h"
-#include "win/edit_box.h"
 #include "win/folder_browser.h"
 
 int LDirButton::onClick() {
