@@ -119,19 +119,23 @@ void TListPane::selectedRecords(LArrOf<TRec*>& out) {
 }
 
 void TListPane::removeRecords(const LArrOf<TRec*>& removed) {
+  removing_ = true;
+  int32_t focusAt = -1;
   for (TRec* rec : removed) {
     int32_t row = rowOf(rec);
     if (row < 0) continue;
-    if (row == focusedRow() && rowCount() > 1)
-      focusRow(row + 1 < rowCount() ? row + 1 : row - 1, false);
+    if (row == focusedRow()) focusAt = row;
     removeRow(row);
   }
+  removing_ = false;
+  if (focusAt >= 0 && rowCount() > 0)
+    focusRow(focusAt < rowCount() ? focusAt : rowCount() - 1, false);
 }
 
 bool TListPane::hasFocus() const { return GetFocus() == ctrl; }
 
 void TListPane::onItemChanged() {
-  if (FThread() == nullptr) owner_.updateCommands();
+  if (FThread() == nullptr && !removing_) owner_.updateCommands();
 }
 
 void TListPane::onDblClick() {

@@ -33,7 +33,10 @@ class TListPane : public LListView {
   void addRecordRow(TRec* rec);
   void selectedRecords(LArrOf<TRec*>& out);
   void refreshTexts();
-  // Removes the rows of records that a command took out of the archive.
+  // Removes the rows of records that a command took out of the archive; the
+  // focus mark moves from a removed row to its neighbour. The records are
+  // gone already: until every row of theirs is removed, nothing may ask the
+  // selection.
   void removeRecords(const LArrOf<TRec*>& removed);
   bool hasFocus() const;
 
@@ -57,4 +60,6 @@ class TListPane : public LListView {
   int32_t mode_ = 3040;
   LInts directions_;  // the next sort direction of each shown column, 'A' or 'D'
   int32_t sortColumn_ = 0;
+  // Rows of destroyed records are being removed.
+  bool removing_ = false;
 };

@@ -3,22 +3,28 @@
 # files given on the command line go into the untitled archive, which is
 # saved with Ctrl+S through the save dialog; kst finds both files in it; a
 # second copy started on the same archive hands it to the first and leaves;
-# Ctrl+D opens a version with its application; a new folder takes the name
-# typed into it; the about box opens from the Help menu and closes with
+# a new folder takes the name typed into it; the dialogs of the commands
+# delete one version, add a folder pasted from the clipboard with a
+# comment, and extract the newest versions into a typed folder; Ctrl+D
+# opens a version with the application registered for it; the about box opens from the Help menu and closes with
 # Return; the options open from the View menu, close with Escape, open again
 # on the page shown last, hide a column and change a check box, which the
 # settings keep while a cancelled change is lost; closing writes the
 # settings and removes the work folders; an unknown option shows its box and
 # ends with exit code 2. Screenshots of the folder view, the version view,
-# the new folder, the about box and the options' pages are left in the
-# output folder.
+# the new folder, the dialogs of add, extract and delete, the about box and
+# the options' pages are left in the output folder.
 #
-# Usage: desktop_e2e.sh KESTROM_EXE KST_PROGRAM OUTPUT_FOLDER
+# Usage: desktop_e2e.sh KESTROM_EXE KST_PROGRAM OUTPUT_FOLDER CLIP_FILES_EXE OPEN_RECORDER_EXE
 # KST_PROGRAM is kst for this machine, or kst.exe (run under Wine).
+# CLIP_FILES_EXE puts a file list on the clipboard; OPEN_RECORDER_EXE is the
+# application of the extension .kstrec, which records the path it opens.
 set -euo pipefail
 kestrom="$(realpath "$1")"
 kst_program="$(realpath "$2")"
 out="$(realpath -m "$3")"
+clip_files="$(realpath "$4")"
+open_recorder="$(realpath "$5")"
 here="$(cd "$(dirname "$0")/../../scripts" && pwd)"
 
 . "$here/require.sh"
@@ -91,6 +97,86 @@ shot() {
   shoot_window "$1" "$out/$2"
 }
 
+# The tree shows 資料 selected with its folder docs and its file of two
+# versions, the list pane has the focus. Through the dialogs: one version
+# goes, a pasted folder comes in with a comment, everything is extracted,
+# and a version opens in the application registered for its extension.
+command_dialogs() {
+  echo "== the delete dialog removes the older version of a file"
+  # Tree: 資料's first child is the folder docs, the next the file.
+  keys "$main" Tab Right Down
+  # List: the versions, newest first; the last row is the oldest.
+  keys "$main" Tab End Delete
+  local dialog
+  dialog="$(window '^削除$')"
+  shot "$dialog" delete.png
+  keys "$dialog" Return
+  no_window '^削除$'
+  sleep 2
+  local log
+  log="$(kst log saved.kst /資料/報告書.txt --settings "$work/none.ini")"
+  echo "$log"
+  [ "$(grep -c '^ *[0-9]' <<<"$log")" = 1 ] || fail "報告書.txt does not have one version left"
+  # The content passes as it is, not as text of the console.
+  local kept
+  case "$kst_program" in
+    *.exe) kept="$(wine "$kst_program" cat saved.kst /資料/報告書.txt --settings "$work/none.ini")" ;;
+    *) kept="$("$kst_program" cat saved.kst /資料/報告書.txt --settings "$work/none.ini")" ;;
+  esac
+  [ "$kept" = '第二版の報告、少し長く' ] || fail "the newest version of 報告書.txt did not stay"
+
+  echo "== a folder pasted from the clipboard goes in through the add dialog with a comment"
+  mkdir "$work/pasted"
+  printf '記録する版\n' > "$work/pasted/a.kstrec"
+  printf 'b\n' > "$work/pasted/b.txt"
+  wine "$clip_files" "$(winpath "$work/pasted")" || fail "the file list was not put on the clipboard"
+  # The root as target: the tree has the focus and its root selected.
+  keys "$main" Tab Home ctrl+v
+  dialog="$(window '^追加$')"
+  shot "$dialog" add.png
+  keys "$dialog" alt+m
+  xdotool type --delay 20 'pasted through the clipboard'
+  keys "$dialog" Return
+  no_window '^追加$'
+  sleep 3
+  log="$(kst log saved.kst /pasted/a.kstrec --settings "$work/none.ini")
+$(kst log saved.kst /pasted/b.txt --settings "$work/none.ini")"
+  echo "$log"
+  [ "$(grep -c 'pasted through the clipboard' <<<"$log")" = 2 ] ||
+    fail "the pasted files are not in the archive with the comment"
+
+  echo "== the extract dialog writes the newest versions into the folder typed there"
+  keys "$main" ctrl+e
+  dialog="$(window '^展開$')"
+  shot "$dialog" extract.png
+  keys "$dialog" alt+d ctrl+a
+  xdotool type --delay 20 "$(winpath "$work/out")"
+  keys "$dialog" Return
+  no_window '^展開$'
+  sleep 3
+  [ "$(cat "$work/out/資料/報告書.txt" 2>/dev/null)" = '第二版の報告、少し長く' ] ||
+    fail "out/資料/報告書.txt is not the newest version"
+  cmp -s "$work/out/pasted/a.kstrec" "$work/pasted/a.kstrec" || fail "out/pasted/a.kstrec differs"
+  cmp -s "$work/out/メモ.txt" メモ.txt || fail "out/メモ.txt differs"
+
+  echo "== Ctrl+D opens a version with the application of its extension"
+  wine reg add 'HKCR\.kstrec' /ve /d kstrecfile /f >/dev/null 2>&1
+  wine reg add 'HKCR\kstrecfile\shell\open\command' /ve \
+    /d "\"$(winpath "$open_recorder")\" \"$(winpath "$work/opened.txt")\" \"%1\"" /f >/dev/null 2>&1
+  # Tree: the root's first child is the folder pasted, its first child a.kstrec.
+  keys "$main" Down Right Right ctrl+d
+  for _ in $(seq 100); do
+    [ -s "$work/opened.txt" ] && break
+    sleep 0.1
+  done
+  local opened
+  opened="$(cat "$work/opened.txt" 2>/dev/null)" || fail "the application was not started"
+  echo "opened: $opened"
+  [[ "$opened" == *'a-V1.kstrec' ]] || fail "the application was given $opened"
+  cmp -s "$(winepath -u "$opened" 2>/dev/null)" "$work/pasted/a.kstrec" ||
+    fail "the opened copy does not hold the version"
+}
+
 cd "$work"
 mkdir 資料
 printf 'Kestrom のメモ\n' > メモ.txt
@@ -140,15 +226,7 @@ xdotool type --delay 50 docs
 shot "$main" new-folder.png
 keys "$main" Return
 
-echo "== Ctrl+D opens the newest version with its application"
-# Text files open in Wine's own editor, whose title names the file.
-wine reg add 'HKCR\.txt' /ve /d txtfile /f >/dev/null 2>&1
-wine reg add 'HKCR\txtfile\shell\open\command' /ve /d 'notepad.exe "%1"' /f >/dev/null 2>&1
-# In the list, from the new folder down to the file.
-keys "$main" Down ctrl+d
-viewer="$(window '報告書-V2')"
-keys "$viewer" alt+F4
-no_window '報告書-V2'
+command_dialogs
 
 echo "== the second copy on the same archive leaves it to the first"
 wine "$kestrom" "-cf:$ini" "$(winpath "$work/saved.kst")" &
