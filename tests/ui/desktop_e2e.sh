@@ -6,25 +6,29 @@
 # a new folder takes the name typed into it; the dialogs of the commands
 # delete one version, add a folder pasted from the clipboard with a
 # comment, and extract the newest versions into a typed folder; Ctrl+D
-# opens a version with the application registered for it; the about box opens from the Help menu and closes with
+# opens a version with the application registered for it; the
+# registration, which no menu shows, keeps the name typed into it; the about box opens from the Help menu and closes with
 # Return; the options open from the View menu, close with Escape, open again
 # on the page shown last, hide a column and change a check box, which the
 # settings keep while a cancelled change is lost; closing writes the
 # settings and removes the work folders; an unknown option shows its box and
 # ends with exit code 2. Screenshots of the folder view, the version view,
-# the new folder, the dialogs of add, extract and delete, the about box and
+# the new folder, the dialogs of add, extract, delete and registration, the about box and
 # the options' pages are left in the output folder.
 #
 # Usage: desktop_e2e.sh KESTROM_EXE KST_PROGRAM OUTPUT_FOLDER CLIP_FILES_EXE OPEN_RECORDER_EXE
+#                       POST_COMMAND_EXE
 # KST_PROGRAM is kst for this machine, or kst.exe (run under Wine).
 # CLIP_FILES_EXE puts a file list on the clipboard; OPEN_RECORDER_EXE is the
-# application of the extension .kstrec, which records the path it opens.
+# application of the extension .kstrec, which records the path it opens;
+# POST_COMMAND_EXE sends a command id to the main window.
 set -euo pipefail
 kestrom="$(realpath "$1")"
 kst_program="$(realpath "$2")"
 out="$(realpath -m "$3")"
 clip_files="$(realpath "$4")"
 open_recorder="$(realpath "$5")"
+post_command="$(realpath "$6")"
 here="$(cd "$(dirname "$0")/../../scripts" && pwd)"
 
 . "$here/require.sh"
@@ -175,6 +179,15 @@ $(kst log saved.kst /pasted/b.txt --settings "$work/none.ini")"
   [[ "$opened" == *'a-V1.kstrec' ]] || fail "the application was given $opened"
   cmp -s "$(winepath -u "$opened" 2>/dev/null)" "$work/pasted/a.kstrec" ||
     fail "the opened copy does not hold the version"
+
+  echo "== the registration dialog, reached by its command id alone, takes a name"
+  wine "$post_command" 4030 || fail "the registration command could not be sent"
+  dialog="$(window '^ユーザー登録$')"
+  keys "$dialog" alt+u
+  xdotool type --delay 20 'Kestrom Tester'
+  shot "$dialog" register.png
+  keys "$dialog" Return
+  no_window '^ユーザー登録$'
 }
 
 cd "$work"
@@ -281,6 +294,7 @@ echo "fcols=$fcols"
 # One change of the second check box was cancelled, the other kept.
 grep -q '^skipEquF=0' "$work/settings.ini" || fail "skipEquF did not become 0"
 grep -q '^skipEquDtF=1' "$work/settings.ini" || fail "skipEquDtF changed"
+grep -q '^userName=.*Kestrom Tester' "$work/settings.ini" || fail "the registered name was not kept"
 base="$(sed -n 's/^tmpDirBase=//p' "$work/settings.ini" | tr -d '\r"')"
 sub="$(sed -n 's/^tmpSubdir=//p' "$work/settings.ini" | tr -d '\r"')"
 shared="$(winepath -u "$base$sub" 2>/dev/null || true)"
