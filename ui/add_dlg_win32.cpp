@@ -105,9 +105,27 @@ void TAddDlg::removeSelected() {
   SetFocus(list_.hwnd);
 }
 
+void TAddDlg::showWidestEntry() {
+  HDC dc = GetDC(list_.hwnd);
+  if (dc == nullptr) return;
+  HGDIOBJ old =
+      SelectObject(dc, reinterpret_cast<HFONT>(SendMessageA(list_.hwnd, WM_GETFONT, 0, 0)));
+  LONG widest = 0;
+  for (const LStr* entry : choice_.entries()) {
+    SIZE size = {};
+    if (GetTextExtentPoint32A(dc, entry->ptr, entry->length, &size) && size.cx > widest)
+      widest = size.cx;
+  }
+  SelectObject(dc, old);
+  ReleaseDC(list_.hwnd, dc);
+  // A little room after the text, as the box draws it.
+  SendMessageA(list_.hwnd, LB_SETHORIZONTALEXTENT, widest + 8, 0);
+}
+
 void TAddDlg::refresh() {
   if (selected_ >= choice_.entries().count) selected_ = choice_.entries().count - 1;
   list_.load();
+  showWidestEntry();
   okButton_.enable(choice_.okEnabled());
   removeButton_.enable(choice_.removeEnabled(selected_));
   filesButton_.enable(choice_.fileBrowseEnabled());

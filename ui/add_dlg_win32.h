@@ -38,6 +38,8 @@ class TAddDlg : public LDialog {
   void removeSelected();
   // The list from the choice, and the buttons it enables.
   void refresh();
+  // Long paths can be scrolled to instead of being cut.
+  void showWidestEntry();
 
   TRec* target_;
   LStrs& paths_;
