@@ -23,6 +23,7 @@
 #include "ui/about_text.h"
 #include "ui/command_state.h"
 #include "ui/command_table.h"
+#include "ui/cond_dialogs_win32.h"
 #include "ui/desktop_ui_win32.h"
 #include "ui/help_target.h"
 #include "ui/options_sheet_win32.h"
@@ -243,9 +244,7 @@ TCommandState TMainWin::commandState() {
   TCommandState state;
   state.kinds = FSelKinds(records);
   state.busy = FThread() != nullptr;
-  // Search starts with the conditions dialog, which comes with the dialogs
-  // of the commands; until then it stays off.
-  state.allowsFind = false;
+  state.allowsFind = FSelectionAllowsFind(records);
   TRec* treeRec = tree_.selectedRecord();
   state.treeOnFolder = treeRec != nullptr && treeRec->isFolder();
   return state;
@@ -439,6 +438,9 @@ void TMainWin::dispatch(int32_t id) {
     case kCmdStop:
       FRequestStop();
       return;
+    case kCmdSearch:
+      logic_.fcSearch();
+      return;
     case kCmdProperties:
       fcProperties();
       return;
@@ -585,6 +587,9 @@ void TMainWin::commandFinished(TThread& thread) {
       archive.removedRecords.clear();
       break;
     }
+    case kCmdSearch:
+      config_.searchBase = nullptr;
+      break;
     default:
       break;
   }
@@ -686,6 +691,15 @@ int32_t TMainWin::openWithDefaultApp(const char* path) {
 }
 
 void TMainWin::archiveReloaded() { list_.refill(); }
+
+bool TMainWin::runSearchDialog(const char* title, TCond& cond, const TRecList& selection) {
+  return FRunLimitDialog(hwnd, cond, config_.searchExpanded, title, selection);
+}
+
+void TMainWin::clearSearchRows() {
+  list_.clear();
+  list_.switchView(kViewSearch);
+}
 
 void TMainWin::openClipboard() {
   if (!OpenClipboard(hwnd)) FWinFail("OpenClipboard()");

@@ -81,9 +81,21 @@ class ScriptedView : public TMainView {
     return openResult;
   }
   void archiveReloaded() override { reloads++; }
+  bool searchOk = false;  // the answer of the search dialog
+  std::vector<std::string> searchTitles;
+  int searchRowsCleared = 0;
+  bool runSearchDialog(const char* dialogTitle, TCond&, const TRecList&) override {
+    searchTitles.push_back(dialogTitle);
+    return searchOk;
+  }
+  void clearSearchRows() override { searchRowsCleared++; }
   void postCommand(int32_t id) override { posted.push_back(id); }
+  int32_t lastRecords = 0;  // of the command started last
+  const TCond* lastCond = nullptr;
   void startCommand(TThread* thread) override {
     commands.push_back(thread->cmdId);
+    lastRecords = thread->records.count;
+    lastCond = thread->cond;
     if (clipboardOpen > 0) addStartedWhileHeld = true;
     delete thread;
   }
