@@ -120,15 +120,17 @@ class TLimitDlg : public TCondDlg {
     TCondDlg::onInit();
     SetDlgItemTextA(hwnd, IDC_COND_COMMENT_MODE + kCondRegex, kRegexLabel);
     collectExpandedPart();
-    if (expanded_ == 0) showExpandedPart(false);
+    RECT part = {0, 0, 0, kExpandedUnits};
+    MapDialogRect(hwnd, &part);
+    extraHeight_ = part.bottom;
+    if (expanded_ == 0) showExpandedPart(-extraHeight_);
     SetDlgItemTextA(hwnd, IDC_COND_EXPAND, FExpandButtonText(expanded_));
     return 1;
   }
 
   int onCommand(int id, int code) override {
     if (id != IDC_COND_EXPAND || code != BN_CLICKED) return 1;
-    FToggleExpanded(expanded_);
-    showExpandedPart(expanded_ != 0);
+    showExpandedPart(FToggleExpanded(expanded_, extraHeight_));
     SetDlgItemTextA(hwnd, IDC_COND_EXPAND, FExpandButtonText(expanded_));
     return 0;
   }
@@ -156,16 +158,24 @@ class TLimitDlg : public TCondDlg {
     }
   }
 
-  void showExpandedPart(bool on) {
-    for (HWND child : expandedPart_) ShowWindow(child, on ? SW_SHOW : SW_HIDE);
+  // Shows the part when the dialog grows (a positive change), hides it
+  // when it shrinks.
+  void showExpandedPart(int32_t heightChange) {
+    for (HWND child : expandedPart_) ShowWindow(child, heightChange > 0 ? SW_SHOW : SW_HIDE);
     RECT r;
     GetWindowRect(hwnd, &r);
-    int height = r.bottom - r.top + (on ? kExpandedExtra : -kExpandedExtra);
-    SetWindowPos(hwnd, nullptr, 0, 0, r.right - r.left, height,
-                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    int height = r.bottom - r.top + heightChange;
+    // A dialog that grows past the bottom of the screen moves up.
+    RECT work;
+    SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
+    int top = r.top + height > work.bottom ? work.bottom - height : r.top;
+    if (top < work.top) top = work.top;
+    SetWindowPos(hwnd, nullptr, r.left, top, r.right - r.left, height,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
   }
 
   int32_t& expanded_;
+  int32_t extraHeight_ = 0;
   LArrOf<HWND> expandedPart_;
 };
 

@@ -33,7 +33,9 @@ bool LDatePicker::save() {
 void LTimePicker::load() {
   SYSTEMTIME time = systemTimeOf(at_);
   SendMessageA(hwnd, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&time));
-  if (checked_ == 0) SendMessageA(hwnd, DTM_SETSYSTEMTIME, GDT_NONE, 0);
+  // Some implementations refuse GDT_NONE without a time to ignore.
+  if (checked_ == 0)
+    SendMessageA(hwnd, DTM_SETSYSTEMTIME, GDT_NONE, reinterpret_cast<LPARAM>(&time));
 }
 
 bool LTimePicker::save() {

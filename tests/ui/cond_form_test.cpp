@@ -149,16 +149,16 @@ TEST_F(CondFormTest, ATextThatDoesNotParseKeepsConditionsAndHistories) {
 TEST(CondExpand, ButtonTextAndHeightFollowTheFlag) {
   int32_t expanded = 0;
   EXPECT_STREQ(">>", FExpandButtonText(expanded));
-  EXPECT_EQ(300, FToggleExpanded(expanded));
+  EXPECT_EQ(300, FToggleExpanded(expanded, 300));
   EXPECT_EQ(1, expanded);
   EXPECT_STREQ("<<", FExpandButtonText(expanded));
-  EXPECT_EQ(-300, FToggleExpanded(expanded));
+  EXPECT_EQ(-300, FToggleExpanded(expanded, 300));
   EXPECT_EQ(0, expanded);
   EXPECT_STREQ(">>", FExpandButtonText(expanded));
   // A flag from the settings that is neither 0 nor 1 counts as expanded.
   expanded = 5;
   EXPECT_STREQ("<<", FExpandButtonText(expanded));
-  EXPECT_EQ(-300, FToggleExpanded(expanded));
+  EXPECT_EQ(-300, FToggleExpanded(expanded, 300));
   EXPECT_EQ(0, expanded);
 }
 
