@@ -1,6 +1,10 @@
 #include "ui/desktop_ui_win32.h"
 
+#include "app/column.h"
+#include "app/column_text.h"
+#include "app/config.h"
 #include "app/worker.h"
+#include "archive/record.h"
 #include "lib/liblock.h"
 #include "lib/sys.h"
 #include "ui/main_win_win32.h"
@@ -33,13 +37,16 @@ void TDesktopUi::showPercent(int32_t percent) {
 void TDesktopUi::showPending() {
   LStr text;
   int32_t percent;
+  LArrOf<TSearchRow*, LDelete<TSearchRow*>> rows;
   {
     FLibGuard guard;
     text.swap(pendingText_);
     percent = pendingPercent_;
     pendingPercent_ = -1;
     posted_ = false;
+    while (pendingRows_.count > 0) rows.add(pendingRows_.detach(0));
   }
+  for (TSearchRow* row : rows) win_.list().addSearchRow(row->rec, row->textsById);
   if (!text.empty()) win_.setStatus(text.ptr);
   if (percent >= 0) win_.setPercent(percent);
 }
@@ -52,8 +59,17 @@ bool TDesktopUi::askYesNo(const char* question) { return win_.ask(question, fals
 
 void TDesktopUi::postCompletion() { PostMessageA(win_.hwnd, WM_COMMAND, kCmdWorkerDone, 0); }
 
-// Search is not started by this window yet: it has no rows to take.
-void TDesktopUi::searchHit(TVer*) {}
+// The texts are made here, on the worker, which owns the archive whose
+// version headers they read; the main thread only puts them in the list.
+void TDesktopUi::searchHit(TVer* ver) {
+  TSearchRow* row = new TSearchRow{ver, {}};
+  const TRec* base = FConfig()->searchBase;
+  for (int32_t id = kColName; id <= kColFolder; id++)
+    row->textsById.add(new LStr(FColumnText(ver, id, base)));
+  FLibGuard guard;
+  pendingRows_.add(row);
+  post();
+}
 
 void TDesktopUi::commandFinished(TThread& thread) { win_.commandFinished(thread); }
 

@@ -9,9 +9,17 @@
 
 #include "app/app_msg.h"
 #include "app/worker_ui.h"
+#include "lib/larr.h"
 #include "lib/lstr.h"
 
 class TMainWin;
+class TRec;
+
+// A version that the search found, with the texts of its row.
+struct TSearchRow {
+  TRec* rec;
+  LStrs textsById;
+};
 
 class TDesktopUi : public TWorkerUi {
  public:
@@ -38,6 +46,7 @@ class TDesktopUi : public TWorkerUi {
   LStr pendingText_;
   int32_t pendingPercent_ = -1;
   bool posted_ = false;
+  LArrOf<TSearchRow*, LDelete<TSearchRow*>> pendingRows_;
 };
 
 class TDesktopMsg : public TMsg {

@@ -83,6 +83,16 @@ void TListPane::addRecordRow(TRec* rec) {
   setRowTexts(row, rec);
 }
 
+void TListPane::addSearchRow(TRec* rec, const LStrs& textsById) {
+  if (view != kViewSearch) return;
+  int32_t row = addRow(rowCount(), rec, FIconOf(rec->name(), false, false), "");
+  TColumns& set = columns();
+  for (int32_t i = 0; i < set.count; i++) {
+    int32_t id = set[i]->id;
+    if (id >= 1 && id <= textsById.count) setCell(row, i, textsById[id - 1]->ptr);
+  }
+}
+
 void TListPane::refreshTexts() {
   for (int32_t row = 0; row < rowCount(); row++) setRowTexts(row, static_cast<TRec*>(rowData(row)));
 }

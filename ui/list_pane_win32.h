@@ -31,6 +31,10 @@ class TListPane : public LListView {
   // The present widths of a details view go back to the column set.
   void storeWidths();
   void addRecordRow(TRec* rec);
+  // A row of the running search, with the texts of every column by id (id
+  // 1 first), made on the worker, which alone may read the archive now. It
+  // is dropped when the pane no longer shows the search.
+  void addSearchRow(TRec* rec, const LStrs& textsById);
   void selectedRecords(LArrOf<TRec*>& out);
   void refreshTexts();
   // Removes the rows of records that a command took out of the archive; the

@@ -9,6 +9,7 @@
 
 #include "lib/larr.h"
 #include "lib/lstr.h"
+#include "ui/selection.h"
 
 class TApp;
 class TMainView;
@@ -48,6 +49,10 @@ class TMainLogic {
   void fcAdd(const LStrs& paths, bool noDialog);
   void fcExt();
   void fcDel();
+  // Search runs on the selection with the kept search conditions; unlike
+  // the other long commands it opens its dialog while a command runs, and
+  // only the start of the worker is refused then.
+  void fcSearch();
   // The file list on the clipboard goes the way of a drop that asks for the
   // add dialog; the clipboard stays held until it is done.
   void fcPaste();
@@ -79,6 +84,9 @@ LStr FSaveAsPath(const char* chosen);
 // 1 when it equals the open archive's full path, ASCII letters in either
 // case and double-byte characters as units; 0 when none is open.
 int32_t FAnswerForward(const char* openFullPath, const char* asked);
+// The title of the search dialog: "検索", then the path of the one selected
+// record or the count of several.
+LStr FSearchTitle(const TRecList& records);
 // The status report of a command that ended without error; searchRows is
 // the number of rows a search left in the list pane.
 LStr FCommandReport(int32_t cmdId, const TWorkSet& work, int32_t searchRows);

@@ -73,6 +73,11 @@ class TMainView : public TRunningCopies {
   // Opens a file with the system's default application for it; the shell's
   // result: above 32 for success, 31 when no application is registered.
   virtual int32_t openWithDefaultApp(const char* path) = 0;
+  // The conditions dialog of a search, with its title, on the kept search
+  // conditions; true when the user pressed OK.
+  virtual bool runSearchDialog(const char* title, TCond& cond, const TRecList& selection) = 0;
+  // The list pane shows the search view, empty, for the rows to come.
+  virtual void clearSearchRows() = 0;
   // The archive was read again from its file: the panes drop their rows.
   virtual void archiveReloaded() = 0;
 

@@ -25,6 +25,7 @@
 #include "ui/command_state.h"
 #include "ui/command_table.h"
 #include "ui/del_dlg_win32.h"
+#include "ui/cond_dialogs_win32.h"
 #include "ui/desktop_ui_win32.h"
 #include "ui/ext_dlg_win32.h"
 #include "ui/help_page_win32.h"
@@ -239,9 +240,7 @@ TCommandState TMainWin::commandState() {
   TCommandState state;
   state.kinds = FSelKinds(records);
   state.busy = FThread() != nullptr;
-  // Search starts with the conditions dialog, which comes with the dialogs
-  // of the commands; until then it stays off.
-  state.allowsFind = false;
+  state.allowsFind = FSelectionAllowsFind(records);
   TRec* treeRec = tree_.selectedRecord();
   state.treeOnFolder = treeRec != nullptr && treeRec->isFolder();
   return state;
@@ -435,6 +434,9 @@ void TMainWin::dispatch(int32_t id) {
     case kCmdStop:
       FRequestStop();
       return;
+    case kCmdSearch:
+      logic_.fcSearch();
+      return;
     case kCmdProperties:
       fcProperties();
       return;
@@ -580,6 +582,9 @@ void TMainWin::commandFinished(TThread& thread) {
       archive.removedRecords.clear();
       break;
     }
+    case kCmdSearch:
+      config_.searchBase = nullptr;
+      break;
     default:
       break;
   }
@@ -677,6 +682,15 @@ int32_t TMainWin::openWithDefaultApp(const char* path) {
 }
 
 void TMainWin::archiveReloaded() { list_.refill(); }
+
+bool TMainWin::runSearchDialog(const char* title, TCond& cond, const TRecList& selection) {
+  return FRunLimitDialog(hwnd, cond, config_.searchExpanded, title, selection);
+}
+
+void TMainWin::clearSearchRows() {
+  list_.clear();
+  list_.switchView(kViewSearch);
+}
 
 void TMainWin::openClipboard() {
   if (!OpenClipboard(hwnd)) FWinFail("OpenClipboard()");

@@ -82,6 +82,8 @@ class TMainWin : public LWin, public TMainView {
   void pause(int32_t milliseconds) override;
   int32_t openWithDefaultApp(const char* path) override;
   void archiveReloaded() override;
+  bool runSearchDialog(const char* title, TCond& cond, const TRecList& selection) override;
+  void clearSearchRows() override;
   void openClipboard() override;
   bool clipboardFiles(LStrs& paths) override;
   void closeClipboard() override;

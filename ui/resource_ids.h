@@ -46,3 +46,33 @@
 #define IDC_USER_NAME 1340
 #define IDC_USER_ID 1341
 #define IDC_USER_PWD 1342
+
+// The conditions dialogs ("SCH_COND_DLG", "ADD_COND_DLG"): for each text
+// field (in the order of a condition set, from 0) its box, its exclude
+// check box and its picker button at these bases plus the field.
+#define IDC_COND_TEXT 1400
+#define IDC_COND_EXCL 1410
+#define IDC_COND_PICK 1420
+#define IDC_COND_ATTR 1440  // four, read-only, archive, hidden, system
+#define IDC_COND_EXISTING 1444
+#define IDC_COND_MAX_VERSIONS 1445
+#define IDC_COND_MAX_SPIN 1446
+#define IDC_COND_FROM_OLDEST 1447
+#define IDC_COND_COMMENT_MODE 1450  // three, exact, partial, expression
+#define IDC_COND_COMMENT_CASE 1453
+#define IDC_COND_PATH_MODE 1454  // three, as the comment's
+#define IDC_COND_PATH_CASE 1457
+#define IDC_COND_EXPAND 1458
+
+// The pickers: the values ("STR_INPUT"), the number range ("NUMA_INPUT")
+// and the date range ("DTA_INPUT").
+#define IDC_PICK_PROMPT 1500
+#define IDC_PICK_VALUE 1501
+#define IDC_PICK_LOW 1510
+#define IDC_PICK_LOW_SPIN 1511
+#define IDC_PICK_HIGH 1512
+#define IDC_PICK_HIGH_SPIN 1513
+#define IDC_PICK_LOW_DATE 1520
+#define IDC_PICK_LOW_TIME 1521
+#define IDC_PICK_HIGH_DATE 1522
+#define IDC_PICK_HIGH_TIME 1523

@@ -192,6 +192,48 @@ TEST_F(MainLogicTest, AddToAFileTakesOneFileOnly) {
   EXPECT_NE(std::string::npos, view.questions[0].find("として追加します。よろしいですか？"));
 }
 
+TEST_F(MainLogicTest, SearchWithNothingSelectedShowsNoDialog) {
+  fillUntitled();
+  view.searchOk = true;
+  logic.fcSearch();
+  EXPECT_TRUE(view.searchTitles.empty());
+  EXPECT_TRUE(view.commands.empty());
+}
+
+TEST_F(MainLogicTest, CancelledSearchLeavesTheListAndStartsNothing) {
+  fillUntitled();
+  view.selected.add(archive->root->children[0]);
+  logic.fcSearch();
+  EXPECT_EQ(std::vector<std::string>{"検索 - /報告書.txt"}, view.searchTitles);
+  EXPECT_EQ(0, view.searchRowsCleared);
+  EXPECT_TRUE(view.commands.empty());
+}
+
+TEST_F(MainLogicTest, SearchStartsOnTheSelectionFromTheTreesRecord) {
+  fillUntitled();
+  addFile(archive->root, "b.txt", 2, 10);
+  commit();
+  view.selected.add(archive->root->children[0]);
+  view.selected.add(archive->root->children[1]);
+  view.tree = archive->root;
+  view.searchOk = true;
+  logic.fcSearch();
+  EXPECT_EQ(std::vector<std::string>{"検索 - 2 個のファイル/フォルダ"}, view.searchTitles);
+  EXPECT_EQ(1, view.searchRowsCleared);
+  EXPECT_EQ(std::vector<int32_t>{kCmdSearch}, view.commands);
+  EXPECT_EQ(2, view.lastRecords);
+  // The kept search conditions, not a fresh set.
+  EXPECT_EQ(&config.searchCond(), view.lastCond);
+  EXPECT_EQ(archive->root, config.searchBase);
+}
+
+TEST_F(MainLogicTest, SearchTitleOfAFolderEndsInItsSeparator) {
+  TRecList one;
+  one.add(archive->root);
+  EXPECT_STREQ("検索 - /", FSearchTitle(one).ptr);
+  EXPECT_STREQ("検索", FSearchTitle(TRecList()).ptr);
+}
+
 TEST(ForwardAnswer, FoldsAsciiLettersAndKeepsDoubleByteUnits) {
   EXPECT_EQ(0, FAnswerForward("", "C:\\a.kst"));
   EXPECT_EQ(1, FAnswerForward("C:\\Work\\a.kst", "c:\\WORK\\A.KST"));
@@ -299,4 +341,14 @@ TEST_F(CloseWhileRunningTest, YesStopsTheCommandAndTriesTheCloseAgainAfterIt) {
   view.answers = {kAnswerCancel};
   EXPECT_FALSE(logic.closeWindow());
   EXPECT_EQ(view.questions, std::vector<std::string>{"アーカイブを保存しますか？"});
+}
+
+TEST_F(CloseWhileRunningTest, SearchShowsItsDialogButDoesNotStartWhileBusy) {
+  view.selected.add(archive->root);
+  view.searchOk = true;
+  logic.fcSearch();
+  EXPECT_EQ(1u, view.searchTitles.size());
+  EXPECT_TRUE(recorder->has(kMsgWarning));
+  EXPECT_EQ(0, view.searchRowsCleared);
+  EXPECT_TRUE(view.commands.empty());
 }

@@ -109,11 +109,23 @@ class ScriptedView : public TMainView {
   // What the last command started with.
   std::string startedComment;
   std::string startedDestination;
+  bool searchOk = false;  // the answer of the search dialog
+  std::vector<std::string> searchTitles;
+  int searchRowsCleared = 0;
+  bool runSearchDialog(const char* dialogTitle, TCond&, const TRecList&) override {
+    searchTitles.push_back(dialogTitle);
+    return searchOk;
+  }
+  void clearSearchRows() override { searchRowsCleared++; }
   void postCommand(int32_t id) override { posted.push_back(id); }
+  int32_t lastRecords = 0;  // of the command started last
+  const TCond* lastCond = nullptr;
   void startCommand(TThread* thread) override {
     commands.push_back(thread->cmdId);
     if (thread->cond != nullptr) startedComment = thread->cond->addComment.ptr;
     startedDestination = thread->destDir.ptr;
+    lastRecords = thread->records.count;
+    lastCond = thread->cond;
     if (clipboardOpen > 0) addStartedWhileHeld = true;
     delete thread;
   }
