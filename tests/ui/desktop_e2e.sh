@@ -4,17 +4,18 @@
 # saved with Ctrl+S through the save dialog; kst finds both files in it; a
 # second copy started on the same archive hands it to the first and leaves;
 # a new folder takes the name typed into it; the dialogs of the commands
-# delete one version, add a folder pasted from the clipboard with a
-# comment, and extract the newest versions into a typed folder; Ctrl+D
-# opens a version with the application registered for it; the
-# registration, which no menu shows, keeps the name typed into it; the about box opens from the Help menu and closes with
-# Return; the options open from the View menu, close with Escape, open again
-# on the page shown last, hide a column and change a check box, which the
-# settings keep while a cancelled change is lost; closing writes the
-# settings and removes the work folders; an unknown option shows its box and
-# ends with exit code 2. Screenshots of the folder view, the version view,
-# the new folder, the dialogs of add, extract, delete and registration, the about box and
-# the options' pages are left in the output folder.
+# delete one version, add a folder pasted from the clipboard with a comment
+# and a name condition, and extract the newest versions into a typed
+# folder; Ctrl+D opens a version with the application registered for it;
+# the registration, which no menu shows, keeps the name typed into it; the
+# about box opens from the Help menu and closes with Return; the options
+# open from the View menu, close with Escape, open again on the page shown
+# last, hide a column and change a check box, which the settings keep while
+# a cancelled change is lost; a search with a date range and a path
+# expression finds its rows; closing writes the settings and removes the
+# work folders; an unknown option shows its box and ends with exit code 2.
+# Screenshots of the main window, of every dialog reached and of the
+# pickers are left in the output folder.
 #
 # Usage: desktop_e2e.sh KESTROM_EXE KST_PROGRAM OUTPUT_FOLDER CLIP_FILES_EXE OPEN_RECORDER_EXE
 #                       POST_COMMAND_EXE
@@ -125,13 +126,23 @@ search_on_root() {
   no_window '^検索 - /$'
   sleep 2
   shot "$main" search.png
-  # From the tree to the list, its rows, opened with their application.
+  # From the tree to the list, its rows, opened with their applications. As
+  # plain text the path would match nothing: the rows prove the expression.
+  # The delete above left 報告書.txt one version, now its first.
+  wine reg add 'HKCR\.txt' /ve /d kstrectext /f >/dev/null 2>&1
+  wine reg add 'HKCR\kstrectext\shell\open\command' /ve \
+    /d "\"$(winpath "$open_recorder")\" \"$(winpath "$work/found.txt")\" \"%1\"" /f >/dev/null 2>&1
   keys "$main" Tab ctrl+a ctrl+d
-  viewer="$(window '報告書-V2')"
-  keys "$viewer" alt+F4
-  no_window '報告書-V2'
-  # Keys sent to the main window right after the editor has gone are lost.
-  sleep 3
+  for _ in $(seq 100); do
+    [ -s "$work/found.txt" ] && break
+    sleep 0.1
+  done
+  local found
+  # The recorder writes the path in the program's code page.
+  found="$(iconv -f CP932 -t UTF-8 "$work/found.txt" 2>/dev/null)" ||
+    fail "the search found no row of 報告書.txt"
+  echo "found and opened: $found"
+  [[ "$found" == *'報告書-V1.txt' ]] || fail "the search row opened $found"
 }
 
 # Waits for a background process; its exit code goes to $code.
@@ -180,7 +191,7 @@ command_dialogs() {
   esac
   [ "$kept" = '第二版の報告、少し長く' ] || fail "the newest version of 報告書.txt did not stay"
 
-  echo "== a folder pasted from the clipboard goes in through the add dialog with a comment"
+  echo "== a folder pasted from the clipboard goes in through the add dialog with a comment and a name condition"
   mkdir "$work/pasted"
   printf '記録する版\n' > "$work/pasted/a.kstrec"
   printf 'b\n' > "$work/pasted/b.txt"
@@ -189,16 +200,28 @@ command_dialogs() {
   keys "$main" Tab Home ctrl+v
   dialog="$(window '^追加$')"
   shot "$dialog" add.png
+  keys "$dialog" alt+l
+  local conditions
+  conditions="$(window '^追加条件$')"
+  keys "$conditions" alt+f
+  xdotool type --delay 20 '*.kstrec'
+  shot "$conditions" add-conditions.png
+  keys "$conditions" Return
+  no_window '^追加条件$'
   keys "$dialog" alt+m
   xdotool type --delay 20 'pasted through the clipboard'
+  shot "$dialog" add-with-condition.png
   keys "$dialog" Return
   no_window '^追加$'
   sleep 3
-  log="$(kst log saved.kst /pasted/a.kstrec --settings "$work/none.ini")
-$(kst log saved.kst /pasted/b.txt --settings "$work/none.ini")"
+  log="$(kst log saved.kst /pasted/a.kstrec --settings "$work/none.ini")"
   echo "$log"
-  [ "$(grep -c 'pasted through the clipboard' <<<"$log")" = 2 ] ||
-    fail "the pasted files are not in the archive with the comment"
+  grep -q 'pasted through the clipboard' <<<"$log" ||
+    fail "the pasted file is not in the archive with the comment"
+  # The name condition kept the other file out.
+  if kst log saved.kst /pasted/b.txt --settings "$work/none.ini" >/dev/null 2>&1; then
+    fail "pasted/b.txt was added although the name condition excludes it"
+  fi
 
   echo "== the extract dialog writes the newest versions into the folder typed there"
   keys "$main" ctrl+e
