@@ -10,7 +10,7 @@
 #include "win/folder_browser.h"
 
 TAddDlg::TAddDlg(TRec* target, LStrs& paths, TCond& cond, TApp& app)
-    : LDialog("ADD_DLG"),
+    : THelpedDialog("ADD_DLG", "add"),
       target_(target),
       paths_(paths),
       cond_(cond),
@@ -61,11 +61,6 @@ int TAddDlg::onCommand(int id, int code) {
     default:
       return 1;
   }
-}
-
-int TAddDlg::onHelp() {
-  FOpenHelpPage(hwnd, "add");
-  return 0;
 }
 
 int TAddDlg::onDropFiles(HDROP drop) {

@@ -10,6 +10,7 @@
 #include "lib/lstr.h"
 #include "ui/add_choice.h"
 #include "ui/cond_button_win32.h"
+#include "ui/help_page_win32.h"
 #include "win/button.h"
 #include "win/dialog.h"
 #include "win/edit_box.h"
@@ -20,7 +21,7 @@ class TApp;
 class TCond;
 class TRec;
 
-class TAddDlg : public LDialog {
+class TAddDlg : public THelpedDialog {
  public:
   // On OK paths holds the list's entries and cond the comment; the
   // folders of the browsers go to app's `fileDlgDir`.
@@ -29,7 +30,6 @@ class TAddDlg : public LDialog {
   int onInit() override;
   int onOk() override;
   int onCommand(int id, int code) override;
-  int onHelp() override;
   int onDropFiles(HDROP drop) override;
 
  private:

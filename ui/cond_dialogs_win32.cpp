@@ -9,6 +9,7 @@
 #include "store/cond.h"
 #include "ui/cond_expand.h"
 #include "ui/cond_form.h"
+#include "ui/help_page_win32.h"
 #include "ui/pickers_win32.h"
 #include "ui/resource_ids.h"
 #include "win/button.h"
@@ -43,9 +44,10 @@ class TPickButton : public LButton {
 // What both condition dialogs share: a TCondForm between the controls and
 // the conditions, the rows of text fields, the attribute boxes and the path
 // mode; each dialog binds the parts that its template has.
-class TCondDlg : public LDialog {
+class TCondDlg : public THelpedDialog {
  public:
-  TCondDlg(const char* templateName, TCond& cond) : LDialog(templateName), cond_(cond) {
+  TCondDlg(const char* templateName, const char* helpPage, TCond& cond)
+      : THelpedDialog(templateName, helpPage), cond_(cond) {
     form_.load(cond);
     centredOnOwner = true;
   }
@@ -104,7 +106,7 @@ int TPickButton::onClick() {
 class TLimitDlg : public TCondDlg {
  public:
   TLimitDlg(TCond& cond, int32_t& expanded, const char* dialogTitle)
-      : TCondDlg("SCH_COND_DLG", cond), expanded_(expanded) {
+      : TCondDlg("SCH_COND_DLG", "conditions", cond), expanded_(expanded) {
     if (dialogTitle != nullptr) title = dialogTitle;
     for (int32_t field = 0; field < kFieldCount; field++) bindField(field);
     bindAttributes();
@@ -182,7 +184,7 @@ class TLimitDlg : public TCondDlg {
 // "ADD_COND_DLG": the conditions that files on disk can meet.
 class TAddCondDlg : public TCondDlg {
  public:
-  explicit TAddCondDlg(TCond& cond) : TCondDlg("ADD_COND_DLG", cond) {
+  explicit TAddCondDlg(TCond& cond) : TCondDlg("ADD_COND_DLG", "add_conditions", cond) {
     for (int32_t field : {kFieldName, kFieldDate, kFieldSize, kFieldPath}) bindField(field);
     bindAttributes();
     own(new LCheckBox(*this, IDC_COND_EXISTING, form_.existingOnly));

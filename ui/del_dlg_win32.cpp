@@ -6,7 +6,7 @@
 #include "ui/resource_ids.h"
 
 TDelDlg::TDelDlg(const TRecList& records, TCond& cond, TConfig& config)
-    : LDialog("DEL_DLG"),
+    : THelpedDialog("DEL_DLG", "delete"),
       records_(records),
       subjectText_(*this, IDC_DEL_SUBJECT, subject_),
       condButton_(*this, IDC_COND, cond, &config.deleteExpanded, &records) {
@@ -17,9 +17,4 @@ TDelDlg::TDelDlg(const TRecList& records, TCond& cond, TConfig& config)
 int TDelDlg::onInit() {
   condButton_.enable(FSelectionHasVersionsToChoose(records_));
   return 1;
-}
-
-int TDelDlg::onHelp() {
-  FOpenHelpPage(hwnd, "delete");
-  return 0;
 }

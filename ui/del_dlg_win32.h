@@ -4,6 +4,7 @@
 
 #include "lib/lstr.h"
 #include "ui/cond_button_win32.h"
+#include "ui/help_page_win32.h"
 #include "ui/selection.h"
 #include "win/dialog.h"
 #include "win/text_box.h"
@@ -11,13 +12,12 @@
 class TConfig;
 class TCond;
 
-class TDelDlg : public LDialog {
+class TDelDlg : public THelpedDialog {
  public:
   // records and cond must outlive the run.
   TDelDlg(const TRecList& records, TCond& cond, TConfig& config);
 
   int onInit() override;
-  int onHelp() override;
 
  private:
   const TRecList& records_;

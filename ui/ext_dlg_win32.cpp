@@ -10,7 +10,7 @@
 
 TExtDlg::TExtDlg(LStr& destination, const TRecList& records, TCond& cond, TApp& app,
                  TConfig& config)
-    : LDialog("EXT_DLG"),
+    : THelpedDialog("EXT_DLG", "extract"),
       destination_(destination),
       records_(records),
       destBox_(*this, IDC_EXT_DEST, destination, app.extDirs),
@@ -30,11 +30,6 @@ int TExtDlg::onInit() {
 int TExtDlg::onOk() {
   if (FExtractDestGiven(destination_.ptr)) return 1;
   SetFocus(destBox_.hwnd);
-  return 0;
-}
-
-int TExtDlg::onHelp() {
-  FOpenHelpPage(hwnd, "extract");
   return 0;
 }
 

@@ -5,6 +5,7 @@
 
 #include "lib/lstr.h"
 #include "ui/cond_button_win32.h"
+#include "ui/help_page_win32.h"
 #include "ui/selection.h"
 #include "win/combo_box.h"
 #include "win/dialog.h"
@@ -15,7 +16,7 @@ class TApp;
 class TConfig;
 class TCond;
 
-class TExtDlg : public LDialog {
+class TExtDlg : public THelpedDialog {
  public:
   // destination, records and cond must outlive the run; on Yes
   // destination holds the box's text.
@@ -23,7 +24,6 @@ class TExtDlg : public LDialog {
 
   int onInit() override;
   int onOk() override;
-  int onHelp() override;
   int onDropFiles(HDROP drop) override;
 
  private:

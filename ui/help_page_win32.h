@@ -5,5 +5,21 @@
 
 #include <windows.h>
 
+#include "win/dialog.h"
+
 // page: a name without extension ("index", "add", ...).
 void FOpenHelpPage(HWND owner, const char* page);
+
+// A dialog whose help button and F1 open its own page of the help.
+class THelpedDialog : public LDialog {
+ public:
+  THelpedDialog(const char* templateName, const char* helpPage)
+      : LDialog(templateName), helpPage_(helpPage) {}
+  int onHelp() override {
+    FOpenHelpPage(hwnd, helpPage_);
+    return 0;
+  }
+
+ private:
+  const char* helpPage_;
+};

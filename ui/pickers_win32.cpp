@@ -6,6 +6,7 @@
 #include "lib/msg.h"
 #include "ui/cond_fields.h"
 #include "ui/date_pick.h"
+#include "ui/help_page_win32.h"
 #include "ui/number_pick.h"
 #include "ui/resource_ids.h"
 #include "ui/value_picks.h"
@@ -18,10 +19,10 @@
 
 namespace {
 
-class TValuePickDlg : public LDialog {
+class TValuePickDlg : public THelpedDialog {
  public:
   TValuePickDlg(const char* what, const LStrs& candidates)
-      : LDialog("STR_INPUT"),
+      : THelpedDialog("STR_INPUT", "pickers"),
         promptBox_(*this, IDC_PICK_PROMPT, prompt_),
         value_(*this, IDC_PICK_VALUE, chosen, candidates) {
     prompt_.format("%sを選択または入力してください", what);
@@ -36,10 +37,10 @@ class TValuePickDlg : public LDialog {
   LComboBox value_;
 };
 
-class TNumberPickDlg : public LDialog {
+class TNumberPickDlg : public THelpedDialog {
  public:
   TNumberPickDlg(const char* what, const TNumberRange& range)
-      : LDialog("NUMA_INPUT"),
+      : THelpedDialog("NUMA_INPUT", "pickers"),
         range_(range),
         promptBox_(*this, IDC_PICK_PROMPT, prompt_),
         lowValue_(range.low),
@@ -79,10 +80,10 @@ class TNumberPickDlg : public LDialog {
   LEditBox high_;
 };
 
-class TDatePickDlg : public LDialog {
+class TDatePickDlg : public THelpedDialog {
  public:
   TDatePickDlg(const char* what, const TDateSide& low, const TDateSide& high)
-      : LDialog("DTA_INPUT"),
+      : THelpedDialog("DTA_INPUT", "pickers"),
         low(low),
         high(high),
         promptBox_(*this, IDC_PICK_PROMPT, prompt_),

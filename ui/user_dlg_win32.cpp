@@ -5,7 +5,7 @@
 #include "ui/resource_ids.h"
 
 TUserDlg::TUserDlg(TApp& app)
-    : LDialog("USER_DLG"),
+    : THelpedDialog("USER_DLG", "register"),
       app_(app),
       name_(app.userName),
       id_(app.userId),
@@ -21,9 +21,4 @@ int TUserDlg::onOk() {
   app_.userId = id_;
   app_.userPwd = password_;
   return 1;
-}
-
-int TUserDlg::onHelp() {
-  FOpenHelpPage(hwnd, "register");
-  return 0;
 }

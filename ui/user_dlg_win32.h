@@ -3,18 +3,18 @@
 #pragma once
 
 #include "lib/lstr.h"
+#include "ui/help_page_win32.h"
 #include "win/dialog.h"
 #include "win/edit_box.h"
 
 class TApp;
 
-class TUserDlg : public LDialog {
+class TUserDlg : public THelpedDialog {
  public:
   // The boxes start with app's values; OK stores them there.
   explicit TUserDlg(TApp& app);
 
   int onOk() override;
-  int onHelp() override;
 
  private:
   TApp& app_;
