@@ -7,7 +7,8 @@
 # delete one version, add a folder pasted from the clipboard with a comment
 # and a name condition, and extract the newest versions into a typed
 # folder; Ctrl+D opens a version with the application registered for it;
-# the registration, which no menu shows, keeps the name typed into it; the
+# the registration, which no menu shows, keeps the name typed into it, and
+# the properties, which no menu shows either, open on their page; the
 # about box opens from the Help menu and closes with Return; the options
 # open from the View menu, close with Escape, open again on the page shown
 # last, hide a column and change a check box, which the settings keep while
@@ -262,6 +263,13 @@ command_dialogs() {
   shot "$dialog" register.png
   keys "$dialog" Return
   no_window '^ユーザー登録$'
+
+  echo "== the properties, reached by their command id alone, describe the selected file"
+  wine "$post_command" 3050 || fail "the properties command could not be sent"
+  dialog="$(window '^プロパティ$')"
+  shot "$dialog" properties.png
+  keys "$dialog" Escape
+  no_window '^プロパティ$'
 }
 
 cd "$work"
