@@ -40,8 +40,31 @@ int32_t LSrmBase::read(void* buffer, int32_t size) {
       flags |= kAtEnd;
       return done;
     }
+    if (size - done >= bufSize && readDirect(out + done, size - done, &done)) return done;
     fill();
   }
+}
+
+bool LSrmBase::readDirect(char* out, int32_t size, int32_t* done) {
+  // Through the buffer, a block of the archive came in reads of a thousand
+  // bytes each. Lines are not counted here, so only a stream that counts
+  // none (any seek stops the count) takes this way.
+  if (line != 0 || (flags & kDirty) || stream == nullptr) return false;
+  bufStart += cur;
+  valid = cur = 0;
+  buf[0] = buf[1] = 0;
+  if (filePos != bufStart) filePos = stream->seek(bufStart);
+  int32_t got = 0;
+  while (got < size) {
+    int32_t n = stream->read(out + got, size - got);
+    if (n <= 0) break;
+    got += n;
+  }
+  filePos += got;
+  bufStart += got;
+  *done += got;
+  if (got < size) flags |= kAtEnd;
+  return true;
 }
 
 int32_t LSrmBase::write(const void* buffer, int32_t size) {

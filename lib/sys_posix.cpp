@@ -233,7 +233,15 @@ int openForWrite(const char* path, int extraFlags, bool empty, int avoid) {
       return -1;
     }
   }
-  if (empty && ftruncate(fd.get(), 0) != 0) return -1;
+  // A file that is empty already, as every new one is, is not emptied
+  // again: on some file systems emptying a file marks it to be written out
+  // to the disk when it closes, which made an extract wait on the disk once
+  // per file.
+  if (empty) {
+    struct stat st;
+    if (fstat(fd.get(), &st) != 0) return -1;
+    if (st.st_size != 0 && ftruncate(fd.get(), 0) != 0) return -1;
+  }
   return fd.release();
 }
 

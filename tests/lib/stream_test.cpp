@@ -241,6 +241,44 @@ TEST(LSrm, ReadingPastTheEndSetsAtEndUntilTheNextSeek) {
   EXPECT_EQ(srm.getDword(), -1);  // two bytes are not a dword
 }
 
+namespace {
+// Memory that counts the reads asked of it.
+class CountingStream : public LMemStream {
+ public:
+  using LMemStream::LMemStream;
+  int32_t read(void* buffer, int32_t size) override {
+    reads++;
+    return LMemStream::read(buffer, size);
+  }
+  int32_t reads = 0;
+};
+}  // namespace
+
+TEST(LSrm, ALargeReadAfterASeekPassesTheBuffer) {
+  LStr data;
+  for (int i = 0; i < 10000; i++) data.append(static_cast<char>('a' + i % 26));
+  CountingStream inner(data.ptr, data.length);
+  LSrm srm(&inner);
+  srm.seek(10);  // a seek ends the count of lines
+  char small[3];
+  ASSERT_EQ(srm.read(small, 3), 3);
+  inner.reads = 0;
+  LStr big;
+  ASSERT_EQ(srm.readInto(big, 5000), 5000);
+  EXPECT_TRUE(std::memcmp(big.ptr, data.ptr + 13, 5000) == 0);
+  EXPECT_LE(inner.reads, 2);  // not one per thousand bytes
+  EXPECT_EQ(srm.tell(), 5013);
+  EXPECT_EQ(srm.getByte(), data[5013]);
+  // Back into the bytes that went past the buffer, and on past the end.
+  EXPECT_EQ(srm.seek(4000), 4000);
+  EXPECT_EQ(srm.getByte(), data[4000]);
+  big.clear();
+  EXPECT_EQ(srm.readInto(big, 8000), 5999);
+  EXPECT_TRUE(std::memcmp(big.ptr, data.ptr + 4001, 5999) == 0);
+  EXPECT_TRUE(srm.atEnd());
+  EXPECT_EQ(srm.getByte(), -1);
+}
+
 TEST(LSrm, FixedWidthReadsAreLowByteFirstAlsoAcrossARefill) {
   LStr data;
   for (int i = 0; i < 1003; i++) data.append('.');
