@@ -2,7 +2,6 @@
 
 #include "archive/record.h"
 #include "lib/lstr.h"
-#include "lib/strfunc.h"
 #include "lib/sys_cores.h"
 #include "store/codec_scratch.h"
 #include "store/extract_command.h"
@@ -27,7 +26,7 @@ const int32_t kBatchFiles = 64;
 // One version to write: its held form and what its file gets.
 struct ExtractEntry {
   KST_POOLED_NEW
-  ExtractEntry(TVer* ver, const char* path) : ver(ver), path(path) {
+  ExtractEntry(TVer* ver, const char* path) : ver(ver), file(ver->ownerFile()), path(path) {
     held = &ver->Hold();
     const TVerInfo* info = ver->Info();
     size = ver->size;
@@ -37,6 +36,7 @@ struct ExtractEntry {
   }
 
   TVer* const ver;
+  const TFile* const file;
   const LStr path;
   const THeldBuf* held;  // the version's, while the writer holds it
   int32_t size;
@@ -65,9 +65,9 @@ class TExtractJob : public LTask {
     }
   }
 
-  bool writes(const char* path) const {
+  bool writes(const TFile* file) const {
     for (const ExtractEntry* entry : entries)
-      if (FStrCmp(entry->path.ptr, path, /*ignoreCase=*/true) == 0) return true;
+      if (entry->file == file) return true;
     return false;
   }
 
@@ -95,9 +95,11 @@ TExtractWriter::~TExtractWriter() {
 void TExtractWriter::add(TVer* ver, const char* path) {
   // Versions of one file go to one path one over the other, in the walk's
   // order: the earlier writes to the path end first. In the open batch they
-  // are written in order anyway.
+  // are written in order anyway. No other file reaches that path: the
+  // places of one extract are each taken by one record.
+  const TFile* file = ver->ownerFile();
   for (int32_t i = queue_.count - 1; i >= settled_; i--) {
-    if (!queue_[i]->writes(path)) continue;
+    if (!queue_[i]->writes(file)) continue;
     while (settled_ <= i) settleOldest();
     break;
   }

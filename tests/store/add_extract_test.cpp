@@ -326,6 +326,32 @@ TEST_F(AddTest, ExtractOfManyFoldersChecksEachFolderAndWritesEveryFile) {
   EXPECT_EQ(FToUnixTime(info.modified), 1600000000);
 }
 
+TEST_F(AddTest, VersionsOfOneFileReachTheirPathInTheWalksOrderAcrossBatches) {
+  // 63 files first, so that the versions of the last one straddle the end
+  // of a batch of the writer.
+  for (int i = 0; i < 63; i++) put(("f" + std::to_string(100 + i) + ".txt").c_str(), "x");
+  for (int v = 1; v <= 3; v++) {
+    put("z.txt", "version " + std::to_string(v), 1600000000 + v * 100);
+    add();
+  }
+  ASSERT_EQ(fileAt("src", "z.txt")->childCount(), 3);
+  LStr out = dir.file("out");
+  LArrOf<TRec*> records;
+  records.add(archive->root->findChild("src"));
+  TCond cond;
+  cond.maxVersions = 0;
+  cond.fromOldest = 1;
+  cond.Parse();
+  FCmdExtract(records, out.ptr, &cond, archive->root->findChild("src"));
+  EXPECT_EQ(FWorkSet()->refused, 0);
+  EXPECT_EQ(extracted(out.ptr, "z.txt"), "version 3");
+  EXPECT_EQ(extracted(out.ptr, "f162.txt"), "x");
+  cond.fromOldest = 0;
+  cond.Parse();
+  FCmdExtract(records, out.ptr, &cond, archive->root->findChild("src"));
+  EXPECT_EQ(extracted(out.ptr, "z.txt"), "version 1");
+}
+
 #ifndef _WIN32
 TEST_F(AddTest, SourceOfTwoGigabytesIsRefused) {
   put("small.txt", "small");
