@@ -7,6 +7,7 @@
 
 #include "lib/fail.h"
 #include "lib/msg.h"
+#include "lib/sys.h"
 
 namespace {
 
@@ -52,6 +53,7 @@ void* heapBlock(int32_t size, int32_t usable) {
   // keeps the heap's alignment.
   char* base = static_cast<char*>(std::malloc(static_cast<size_t>(usable) + kAlign));
   if (base == nullptr) FOutOfMemory(size);
+  if (usable >= kSysLargeBlock) SysAdviseLargeBlock(base, static_cast<int64_t>(usable) + kAlign);
   gHeapTaken += static_cast<int64_t>(usable) + kHeaderSize;
   char* user = base + kAlign;
   *headerOf(user) = size;

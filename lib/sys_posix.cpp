@@ -15,6 +15,7 @@
 #include <sched.h>
 #include <signal.h>
 #include <sys/file.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <time.h>
 #include <unistd.h>
@@ -970,6 +971,16 @@ int32_t SysLocalOffset(SysTime at) {
   struct tm local;
   if (localtime_r(&t, &local) == nullptr) return 0;
   return static_cast<int32_t>(local.tm_gmtoff);
+}
+
+void SysAdviseLargeBlock(void* block, int64_t size) {
+  // The whole pages inside the block; the system backs with large pages
+  // only the aligned stretches among them.
+  const uintptr_t page = static_cast<uintptr_t>(sysconf(_SC_PAGESIZE));
+  const uintptr_t start = (reinterpret_cast<uintptr_t>(block) + page - 1) & ~(page - 1);
+  const uintptr_t end =
+      (reinterpret_cast<uintptr_t>(block) + static_cast<uintptr_t>(size)) & ~(page - 1);
+  if (end > start) madvise(reinterpret_cast<void*>(start), end - start, MADV_HUGEPAGE);
 }
 
 void SysSleep(int32_t milliseconds) {
