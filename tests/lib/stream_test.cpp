@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <functional>
+#include <string>
 
 #include "lib/mem_stream.h"
 #include "lib/msg.h"
@@ -331,6 +332,47 @@ TEST(LSrm, LongWritesPassTheBufferAndConvertLineEnds) {
   ASSERT_EQ(target.length, 5000 + 7);
   EXPECT_EQ(std::memcmp(target.ptr, big.ptr, 5000), 0);
   EXPECT_STREQ(target.ptr + 5000, "x\r\ny\r\n\n");
+}
+
+namespace {
+// A file in memory: writes go over what is there and past its end; it
+// counts the writes asked of it.
+class OverwriteStream : public LStream {
+ public:
+  int32_t write(const void* buffer, int32_t size) override {
+    writes++;
+    std::string& d = data;
+    if (static_cast<size_t>(at) + size > d.size()) d.resize(at + size);
+    std::memcpy(&d[at], buffer, size);
+    at += size;
+    return size;
+  }
+  int32_t seek(int32_t position) override { return at = position; }
+  void flush() override {}
+  std::string data;
+  int32_t at = 0;
+  int32_t writes = 0;
+};
+}  // namespace
+
+TEST(LSrm, ALargeWriteAfterASeekPassesTheBufferAndOverwritesInPlace) {
+  std::string before;
+  for (int i = 0; i < 6000; i++) before += static_cast<char>('a' + i % 26);
+  std::string big;
+  for (int i = 0; i < 5000; i++) big += static_cast<char>('A' + i % 23);
+  OverwriteStream inner;
+  inner.data = before;
+  {
+    LSrm srm(&inner);
+    srm.seek(100);  // a seek outside the buffer ends the count of lines
+    srm.write("0123456789", 10);
+    srm.seek(105);  // back into the buffer: what follows goes over the rest
+    EXPECT_EQ(srm.write(big.data(), static_cast<int32_t>(big.size())), 5000);
+    EXPECT_EQ(srm.tell(), 5105);
+    srm.write("zz", 2);
+  }
+  EXPECT_LE(inner.writes, 3);  // not one per thousand bytes
+  EXPECT_EQ(inner.data, before.substr(0, 100) + "01234" + big + "zz" + before.substr(5107));
 }
 
 TEST(LSrm, AStalledWriteIsReportedOrFatal) {
