@@ -68,7 +68,12 @@ TThread::TThread(int32_t id) : cmdId(id) {
 }
 
 TThread::~TThread() {
-  SysSleep(50);  // let the thread leave run()
+  // The thread posts its completion as the last thing it does for the
+  // command, and uses its object until it sets its end event: wait for that
+  // (at once when it has ended) rather than a fixed pause, which every
+  // command paid in full. A second at most, as the base's stop would wait;
+  // a thread that never started sets none, so that wait is short.
+  endEvent.wait(threadHandle != -1 ? 1000 : 50);
   FSetProgressSink(nullptr);
   if (gUi) {
     gUi->endProgress();

@@ -1,56 +1,44 @@
 #!/usr/bin/env bash
-# The add command on a source tree of at least 5 000 files and 100 MB: a new
-# archive (on every core, and on one thread), the same tree again with
-# nothing changed, again after 1% of its files changed, and the whole
-# archive extracted. Beside it, in the same run: git add -A && git commit,
-# and tar, of the same tree. Each as a whole process, with its peak memory.
+# The add command on a real tree (the system's header folder, about 8 000
+# files and 100 MB): a new archive (on every core, and on one thread), the
+# same tree again with nothing changed, again after 1% of its files changed,
+# and the whole archive extracted. Beside it, in the same run: git add -A &&
+# git commit, tar | zstd -3 and plain tar, of the same tree. Each as a whole
+# process with its peak memory; the medians of three runs where the tree
+# stays the same.
 #
-# usage: bench/add_bench.sh [SEED]
-#   WORK   scratch folder (default /tmp/kst-add-bench-SEED); its tree is
-#          made once per seed and kept
-#   BUILD  the Release build folder (default /tmp/b-cli-rel)
+# usage: bench/add_bench.sh
+#   SOURCE  the folder whose files make the tree (default /usr/include)
+#   WORK    scratch folder (default /tmp/kst-add-bench); its tree is made
+#           once and kept
+#   BUILD   the build folder of the linux preset (default build/linux)
 set -euo pipefail
 here="$(cd "$(dirname "$0")" && pwd)"
 repo="$(dirname "$here")"
-seed="${1:-1}"
-work="${WORK:-/tmp/kst-add-bench-$seed}"
-build="${BUILD:-/tmp/b-cli-rel}"
+source_dir="${SOURCE:-/usr/include}"
+work="${WORK:-/tmp/kst-add-bench}"
+build="${BUILD:-$repo/build/linux}"
 tree="$work/tree"
-min_files=5000
 
-"$repo/scripts/install-deps.sh"
 . "$repo/scripts/require.sh"
 require cmake:cmake g++:g++ python3:python3 git:git tar:tar zstd:zstd /usr/bin/time:time
-corpus_maker="$repo/../shared/bench/make_corpus.py"
-[ -f "$corpus_maker" ] || { echo "the corpus maker is missing: $corpus_maker" >&2; exit 1; }
-cmake -S "$repo" -B "$build" -DCMAKE_BUILD_TYPE=Release -DKST_TESTS=OFF >/dev/null
+[ "$build" = "$repo/build/linux" ] && (cd "$repo" && cmake --preset linux >/dev/null)
 cmake --build "$build" --target kst -j2 >/dev/null
 kst_program="$build/cli/kst"
-# A settings file of its own, so that the user's options do not count.
-kst() { "$kst_program" "$1" --settings "$work/none.ini" "${@:2}"; }
 
-# The tree: the version-chain corpus (text, a large file, binaries), then
-# headers of the system in sorted order until there are enough files.
+# The tree: the regular files of the source. Names that differ only in case
+# are one name in an archive, as on Windows: only the first of them is taken.
 if [ ! -f "$work/tree.done" ]; then
   rm -rf "$work"
   mkdir -p "$tree"
-  python3 "$corpus_maker" "$seed" "$tree/corpus" >/dev/null
-  have=$(find "$tree" -type f | wc -l)
-  # Names that differ only in case are one name in an archive, as on
-  # Windows: only the first of them is taken. awk rather than head, which
-  # would fail the pipe with SIGPIPE.
-  find /usr/include -type f | LC_ALL=C sort |
-    awk -v n=$((min_files - have)) '{ key = tolower($0) } !(key in seen) && ++taken <= n { seen[key]; print }' |
-    while read -r f; do
-      dest="$tree/include/${f#/usr/include/}"
-      mkdir -p "$(dirname "$dest")"
-      cp "$f" "$dest"
-    done
+  (cd "$source_dir" && find . -type f | LC_ALL=C sort |
+    awk '{ key = tolower($0) } !(key in seen) { seen[key]; print }' >"$work/files")
+  tar -cf - -C "$source_dir" -T "$work/files" | tar -xf - -C "$tree"
   touch "$work/tree.done"
 fi
-rm -rf "$work/run"
-mkdir -p "$work/run"
 run="$work/run"
+rm -rf "$run"
+mkdir -p "$run"
 
 files=$(find "$tree" -type f | wc -l)
 bytes=$(find "$tree" -type f -printf '%s\n' | awk '{s += $1} END {print s}')
@@ -69,69 +57,75 @@ for path in sys.stdin.read().splitlines():
 }
 
 . "$here/measure.sh"
-# Seconds of one command, and its peak memory in MB kept in $run/NAME.mb.
-seconds() {
-  local name="$1" result
-  shift
-  result=$(measure "$name" "$@")
+# The seconds of a result, and its peak memory in MB kept in $run/NAME.mb.
+keep() {
+  local name="$1" result="$2"
   echo "${result#* }" >"$run/$name.mb"
   echo "${result%% *}"
 }
 mb() { cat "$run/$1.mb"; }
-
 size_mb() { du -sb "$1" | awk '{printf "%.1f", $1 / 1048576}'; }
 
-git_do() { git --git-dir="$run/git" --work-tree="$1" "${@:2}"; }
-git_commit() { git_do "$tree" add -A && { git_do "$tree" -c user.name=bench -c user.email=bench@localhost commit -q -m "$1" || true; }; }
+# The commands, as programs. A settings file of its own, so that the
+# user's options do not count.
+kst=$(script kst "exec '$kst_program' \"\$1\" --settings '$run/none.ini' \"\${@:2}\"")
+git_commit=$(script git-commit "export GIT_DIR='$run/git' GIT_WORK_TREE='$tree'
+git add -A
+git -c user.name=bench -c user.email=bench@localhost commit -q -m \"\$1\" || true")
+git_checkout=$(script git-checkout "git --git-dir='$run/git' --work-tree=\"\$1\" checkout -f HEAD -- .")
+tar_zstd=$(script tar-zstd "tar -cf - -C '$work' tree | zstd -3 -q -f -o \"\$1\"")
+zstd_tar=$(script zstd-tar "zstd -d -q -c \"\$1\" | tar -xf - -C \"\$2\"")
 
-git init -q --bare "$run/git"
-# A clean copy of the tree comes back for every round, so that a second run
+echo "tree: $files files, $(awk -v b="$bytes" 'BEGIN {printf "%.1f", b / 1048576}') MB from $source_dir"
+echo "beside: $(git --version), $(tar --version | head -1), zstd $(zstd -V | sed -n 's/.* v\([0-9.]*\).*/\1/p'), $(nproc) cores"
+
+new_git="rm -rf '$run/git'; git init -q --bare '$run/git'"
+k1=$(keep kst-add-1 "$(median3_after "rm -f '$run/a.kst'" kst-add-1 "$kst" add "$run/a.kst" "$tree")")
+k1one=$(keep kst-add-1-one "$(median3_after "rm -f '$run/one.kst'" kst-add-1-one \
+  "$kst" add "$run/one.kst" "$tree" --threads 1)")
+g1=$(keep git-commit-1 "$(median3_after "$new_git" git-commit-1 "$git_commit" first)")
+z1=$(keep tarzst-1 "$(median3 tarzst-1 "$tar_zstd" "$run/t1.tar.zst")")
+t1=$(keep tar-1 "$(median3 tar-1 tar -cf "$run/t1.tar" -C "$work" tree)")
+ks1=$(size_mb "$run/a.kst"); gs1=$(size_mb "$run/git"); ts1=$(size_mb "$run/t1.tar"); zs1=$(size_mb "$run/t1.tar.zst")
+
+k0=$(keep kst-add-again "$(median3 kst-add-again "$kst" add "$run/a.kst" "$tree")")
+g0=$(keep git-commit-again "$(median3 git-commit-again "$git_commit" again)")
+
+# A clean copy of the tree comes back at the end, so that the next run
 # starts from the same files.
 cp -a "$tree" "$run/original"
 trap 'rm -rf "$tree"; mv "$run/original" "$tree"' EXIT
-
-echo "tree: $files files, $(awk -v b="$bytes" 'BEGIN {printf "%.1f", b / 1048576}') MB (seed $seed)"
-echo "beside: $(git --version), $(tar --version | head -1), zstd $(zstd -V | sed -n 's/.* v\([0-9.]*\).*/\1/p')"
-
-k1=$(seconds kst-add-1 kst add "$run/a.kst" "$tree")
-k1one=$(seconds kst-add-1-one kst add "$run/one.kst" "$tree" --threads 1)
-g1=$(seconds git-commit-1 git_commit first)
-t1=$(seconds tar-1 tar -cf "$run/t1.tar" -C "$work" tree)
-z1=$(seconds tarzst-1 tar --zstd -cf "$run/t1.tar.zst" -C "$work" tree)
-ks1=$(size_mb "$run/a.kst"); gs1=$(size_mb "$run/git"); ts1=$(size_mb "$run/t1.tar"); zs1=$(size_mb "$run/t1.tar.zst")
-
-k0=$(seconds kst-add-again kst add "$run/a.kst" "$tree")
-g0=$(seconds git-commit-again git_commit again)
-
 change_one_percent
-k2=$(seconds kst-add-2 kst add "$run/a.kst" "$tree")
-g2=$(seconds git-commit-2 git_commit second)
-t2=$(seconds tar-2 tar -cf "$run/t2.tar" -C "$work" tree)
-z2=$(seconds tarzst-2 tar --zstd -cf "$run/t2.tar.zst" -C "$work" tree)
+k2=$(keep kst-add-2 "$(measure kst-add-2 "$kst" add "$run/a.kst" "$tree")")
+g2=$(keep git-commit-2 "$(measure git-commit-2 "$git_commit" second)")
+z2=$(keep tarzst-2 "$(measure tarzst-2 "$tar_zstd" "$run/t2.tar.zst")")
+t2=$(keep tar-2 "$(measure tar-2 tar -cf "$run/t2.tar" -C "$work" tree)")
 ks2=$(size_mb "$run/a.kst"); gs2=$(size_mb "$run/git")
-ts2=$(awk -v a="$(size_mb "$run/t1.tar")" -v b="$(size_mb "$run/t2.tar")" 'BEGIN {printf "%.1f", a + b}')
+ts2=$(awk -v a="$ts1" -v b="$(size_mb "$run/t2.tar")" 'BEGIN {printf "%.1f", a + b}')
 zs2=$(awk -v a="$zs1" -v b="$(size_mb "$run/t2.tar.zst")" 'BEGIN {printf "%.1f", a + b}')
 
-mkdir -p "$run/kst-out" "$run/git-out" "$run/tar-out" "$run/zst-out"
-k3=$(seconds kst-extract kst extract "$run/a.kst" -d "$run/kst-out")
-g3=$(seconds git-checkout git_do "$run/git-out" checkout -f HEAD -- .)
-t3=$(seconds tar-extract tar -xf "$run/t2.tar" -C "$run/tar-out")
-z3=$(seconds tarzst-extract tar --zstd -xf "$run/t2.tar.zst" -C "$run/zst-out")
+fresh() { echo "rm -rf '$run/$1'; mkdir -p '$run/$1'"; }
+k3=$(keep kst-extract "$(median3_after "$(fresh kst-out)" kst-extract "$kst" extract "$run/a.kst" -d "$run/kst-out")")
+g3=$(keep git-checkout "$(median3_after "$(fresh git-out)" git-checkout "$git_checkout" "$run/git-out")")
+z3=$(keep tarzst-extract "$(median3_after "$(fresh zst-out)" tarzst-extract "$zstd_tar" "$run/t2.tar.zst" "$run/zst-out")")
+t3=$(keep tar-extract "$(median3_after "$(fresh tar-out)" tar-extract tar -xf "$run/t2.tar" -C "$run/tar-out")")
 
 same() { diff -rq "$tree" "$1" >/dev/null && echo same || echo DIFFERENT; }
+ratio() { awk -v a="$1" -v b="$2" 'BEGIN {if (b > 0) printf "%.2fx", a / b; else print "-"}'; }
 
 echo "kst: $(tail -1 "$run/kst-add-1.out") / $(tail -1 "$run/kst-add-2.out") / $(tail -1 "$run/kst-extract.out")"
-printf '%-34s %9s %9s %9s %9s\n' "" kst git tar tar.zst
-printf '%-34s %9s %9s %9s %9s\n' "first add (s)" "$k1" "$g1" "$t1" "$z1"
-printf '%-34s %9s %9s %9s %9s\n' "first add, one thread (s)" "$k1one" "" "" ""
-printf '%-34s %9s %9s %9s %9s\n' "first add, peak memory (MB)" "$(mb kst-add-1)" "$(mb git-commit-1)" \
-  "$(mb tar-1)" "$(mb tarzst-1)"
-printf '%-34s %9s %9s %9s %9s\n' "add again, nothing changed (s)" "$k0" "$g0" "" ""
-printf '%-34s %9s %9s %9s %9s\n' "second add, 1% changed (s)" "$k2" "$g2" "$t2" "$z2"
-printf '%-34s %9s %9s %9s %9s\n' "extract the newest tree (s)" "$k3" "$g3" "$t3" "$z3"
-printf '%-34s %9s %9s %9s %9s\n' "extract, peak memory (MB)" "$(mb kst-extract)" "$(mb git-checkout)" \
-  "$(mb tar-extract)" "$(mb tarzst-extract)"
-printf '%-34s %9s %9s %9s %9s\n' "stored after the first (MB)" "$ks1" "$gs1" "$ts1" "$zs1"
-printf '%-34s %9s %9s %9s %9s\n' "stored after both (MB)" "$ks2" "$gs2" "$ts2" "$zs2"
-printf '%-34s %9s %9s %9s %9s\n' "extracted tree equals the source" "$(same "$run/kst-out/tree")" \
-  "$(same "$run/git-out")" "$(same "$run/tar-out/tree")" "$(same "$run/zst-out/tree")"
+row() { printf '%-34s %9s %9s %9s %9s\n' "$@"; }
+row "" kst git tar.zst tar
+row "first add (s)" "$k1" "$g1" "$z1" "$t1"
+row "first add, one thread (s)" "$k1one" "" "" ""
+row "first add, peak memory (MB)" "$(mb kst-add-1)" "$(mb git-commit-1)" "$(mb tarzst-1)" "$(mb tar-1)"
+row "add again, nothing changed (s)" "$k0" "$g0" "" ""
+row "second add, 1% changed (s)" "$k2" "$g2" "$z2" "$t2"
+row "extract the newest tree (s)" "$k3" "$g3" "$z3" "$t3"
+row "extract, peak memory (MB)" "$(mb kst-extract)" "$(mb git-checkout)" "$(mb tarzst-extract)" "$(mb tar-extract)"
+row "stored after the first (MB)" "$ks1" "$gs1" "$zs1" "$ts1"
+row "stored after both (MB)" "$ks2" "$gs2" "$zs2" "$ts2"
+row "extracted tree equals the source" "$(same "$run/kst-out/tree")" "$(same "$run/git-out")" \
+  "$(same "$run/zst-out/tree")" "$(same "$run/tar-out/tree")"
+echo "ratios: first add $(ratio "$k1" "$g1") of git, $(ratio "$k1" "$z1") of tar.zst;" \
+  "add again $(ratio "$k0" "$g0") of git; extract $(ratio "$k3" "$z3") of tar.zst"

@@ -7,15 +7,14 @@
 # usage: bench/codec_bench.sh [SEED]
 #   CORPUS  where the corpus goes (default /tmp/kst-codec-corpus-SEED); an
 #           existing one with the same seed is reused
-#   BUILD   the build folder (default /tmp/b-codec), a Release build
+#   BUILD   the build folder of the linux preset (default build/linux)
 set -euo pipefail
 here="$(cd "$(dirname "$0")" && pwd)"
 repo="$(dirname "$here")"
 seed="${1:-1}"
 corpus="${CORPUS:-/tmp/kst-codec-corpus-$seed}"
-build="${BUILD:-/tmp/b-codec}"
+build="${BUILD:-$repo/build/linux}"
 
-"$repo/scripts/install-deps.sh"
 . "$repo/scripts/require.sh"
 require cmake:cmake g++:g++ python3:python3 xdelta3:xdelta3 zstd:zstd /usr/bin/time:time
 corpus_maker="$repo/../shared/bench/make_corpus.py"
@@ -26,7 +25,7 @@ if ! grep -q "\"seed\": $seed," "$corpus/manifest.json" 2>/dev/null; then
   python3 "$corpus_maker" "$seed" "$corpus" >/dev/null
 fi
 
-cmake -S "$repo" -B "$build" -DCMAKE_BUILD_TYPE=Release -DKST_BENCH=ON -DKST_TESTS=OFF >/dev/null
+[ "$build" = "$repo/build/linux" ] && (cd "$repo" && cmake --preset linux >/dev/null)
 cmake --build "$build" --target codec_bench kstcodec -j2 >/dev/null
 
 echo "corpus $corpus (seed $seed), $(xdelta3 -V 2>&1 | head -1), $(zstd -V)"

@@ -1,7 +1,10 @@
 # Sourced by the benchmarks: `measure NAME COMMAND...` runs a command as a
 # whole process, its output kept in $run/NAME.out, and prints its seconds
 # and its peak memory in MB; `median3 NAME COMMAND...` runs it three times
-# and prints the run of median seconds. Needs $run and GNU time.
+# and prints the run of median seconds; `median3_after SETUP NAME
+# COMMAND...` runs the shell text SETUP, untimed, before each of the three.
+# Needs $run and GNU time. A command is a program: a shell function cannot
+# be timed as a process, so the benchmarks write theirs as scripts.
 measure() {
   local name="$1"
   shift
@@ -9,9 +12,22 @@ measure() {
   # The last line: GNU time puts a line about a failed exit before it.
   tail -n 1 "$run/$name.time" | awk '{printf "%.2f %.1f", $1, $2 / 1024}'
 }
-median3() {
-  local name="$1"
-  shift
-  { measure "$name" "$@"; echo; measure "$name" "$@"; echo; measure "$name" "$@"; echo; } |
-    sort -n | sed -n 2p
+median3_after() {
+  local setup="$1" name="$2" i
+  shift 2
+  for i in 1 2 3; do
+    eval "$setup"
+    measure "$name" "$@"
+    echo
+  done | sort -n | sed -n 2p
+}
+median3() { median3_after : "$@"; }
+# A script in $run/bin that runs the given shell text with its arguments;
+# prints its path.
+script() {
+  local name="$1" body="$2"
+  mkdir -p "$run/bin"
+  printf '#!/usr/bin/env bash\nset -e\n%s\n' "$body" >"$run/bin/$name"
+  chmod +x "$run/bin/$name"
+  echo "$run/bin/$name"
 }

@@ -3,7 +3,8 @@
 // Small blocks come from per-class free lists carved out of 30000-byte slabs
 // that are never returned; blocks above 4092 bytes go straight to the system
 // heap. Every block carries the size the caller asked for in the 32-bit word
-// before it. All calls are thread-safe (they hold the library-wide lock).
+// before it. All calls are thread-safe (the free lists have a lock of their
+// own).
 #pragma once
 
 #include <cstddef>

@@ -1,6 +1,6 @@
-// The one library-wide critical section. It guards the allocator, the message
-// state, the position stack, the thread list and the regular expression
-// tables. It is recursive and must never be held across a message box.
+// The one library-wide critical section. It guards the message state, the
+// position stack, the thread list and the regular expression tables. It is
+// recursive and must never be held across a message box.
 #pragma once
 
 void FLibLock();

@@ -18,20 +18,11 @@ int nextByte(LSrm& srm) {
   if (b < 0) FFormatError(kFormatEndOfData);
   return b;
 }
-}  // namespace
 
-void FWriteNum(LStream& stream, uint32_t value) {
-  int more = 4;
-  while (more > 0 && value < kRangeStart[more]) more--;
-  uint32_t w = value - kRangeStart[more];
-  unsigned char bytes[5];
-  bytes[0] = static_cast<unsigned char>(kTag[more] | (more < 4 ? w >> (8 * more) : 0));
-  for (int i = 1; i <= more; i++) bytes[i] = static_cast<unsigned char>(w >> (8 * (more - i)));
-  stream.write(bytes, more + 1);
-}
-
-uint32_t FReadNum(LSrm& srm) {
-  int first = nextByte(srm);
+// The variable number whose bytes `next` gives one by one.
+template <typename NextByte>
+uint32_t decodeNum(NextByte next) {
+  int first = next();
   if (first < 0x80) return static_cast<uint32_t>(first);
   int more;
   uint32_t w;
@@ -50,10 +41,33 @@ uint32_t FReadNum(LSrm& srm) {
   } else {
     FFormatError(kFormatEndOfData);
   }
-  for (int i = 0; i < more; i++) w = w << 8 | static_cast<uint32_t>(nextByte(srm));
+  for (int i = 0; i < more; i++) w = w << 8 | static_cast<uint32_t>(next());
   if (more == 4 && ((first & 0x07) != 0 || w > UINT32_MAX - kRangeStart[4]))
     FFormatError(kFormatBadNumber);
   return w + kRangeStart[more];
+}
+
+uint32_t undoDiff(uint32_t n, uint32_t base) {
+  if ((n & 1) == 0) return base + (n >> 1);
+  // The one odd number with a zero half is what the writer makes of the
+  // difference -2^31, whose doubled magnitude wraps to 0.
+  uint32_t magnitude = n >> 1 ? n >> 1 : 0x80000000u;
+  return base - magnitude;
+}
+}  // namespace
+
+void FWriteNum(LStream& stream, uint32_t value) {
+  int more = 4;
+  while (more > 0 && value < kRangeStart[more]) more--;
+  uint32_t w = value - kRangeStart[more];
+  unsigned char bytes[5];
+  bytes[0] = static_cast<unsigned char>(kTag[more] | (more < 4 ? w >> (8 * more) : 0));
+  for (int i = 1; i <= more; i++) bytes[i] = static_cast<unsigned char>(w >> (8 * (more - i)));
+  stream.write(bytes, more + 1);
+}
+
+uint32_t FReadNum(LSrm& srm) {
+  return decodeNum([&srm] { return nextByte(srm); });
 }
 
 void FWriteDiff(LStream& stream, uint32_t value, uint32_t base) {
@@ -64,13 +78,22 @@ void FWriteDiff(LStream& stream, uint32_t value, uint32_t base) {
     FWriteNum(stream, (0 - static_cast<uint32_t>(d)) * 2 | 1);
 }
 
-uint32_t FReadDiff(LSrm& srm, uint32_t base) {
-  uint32_t n = FReadNum(srm);
-  if ((n & 1) == 0) return base + (n >> 1);
-  // The one odd number with a zero half is what the writer makes of the
-  // difference -2^31, whose doubled magnitude wraps to 0.
-  uint32_t magnitude = n >> 1 ? n >> 1 : 0x80000000u;
-  return base - magnitude;
+uint32_t FReadDiff(LSrm& srm, uint32_t base) { return undoDiff(FReadNum(srm), base); }
+
+uint32_t LNumReader::readLongNum() {
+  return decodeNum([this] {
+    if (p_ == end_) FFormatError(kFormatEndOfData);
+    return static_cast<int>(*p_++);
+  });
+}
+
+uint32_t LNumReader::readDiff(uint32_t base) { return undoDiff(readNum(), base); }
+
+const uint8_t* LNumReader::take(int64_t n) {
+  if (n < 0 || n > end_ - p_) return nullptr;
+  const uint8_t* taken = p_;
+  p_ += n;
+  return taken;
 }
 
 void FWriteStr(LStream& stream, const char* text, int32_t length) {

@@ -37,3 +37,26 @@ uint32_t FReadDiff(LSrm& srm, uint32_t base);
 void FWriteStr(LStream& stream, const char* text, int32_t length = -1);
 // A new string that the caller owns.
 LStr* FReadStr(LSrm& srm);
+
+// Reads the same numbers from bytes in memory, with the same failures: for
+// a decoder that holds all of its input, which a stream would copy through
+// its buffer once more.
+class LNumReader {
+ public:
+  LNumReader(const uint8_t* bytes, int32_t length) : p_(bytes), end_(bytes + length) {}
+  bool atEnd() const { return p_ == end_; }
+  uint32_t readNum() {
+    // Most numbers of a token stream take one byte.
+    if (p_ != end_ && *p_ < 0x80) return *p_++;
+    return readLongNum();
+  }
+  uint32_t readDiff(uint32_t base);
+  // The next n bytes, passed over; null when fewer are left.
+  const uint8_t* take(int64_t n);
+
+ private:
+  uint32_t readLongNum();
+
+  const uint8_t* p_;
+  const uint8_t* end_;
+};

@@ -40,8 +40,31 @@ int32_t LSrmBase::read(void* buffer, int32_t size) {
       flags |= kAtEnd;
       return done;
     }
+    if (size - done >= bufSize && readDirect(out + done, size - done, &done)) return done;
     fill();
   }
+}
+
+bool LSrmBase::readDirect(char* out, int32_t size, int32_t* done) {
+  // Through the buffer, a block of the archive came in reads of a thousand
+  // bytes each. Lines are not counted here, so only a stream that counts
+  // none (any seek stops the count) takes this way.
+  if (line != 0 || (flags & kDirty) || stream == nullptr) return false;
+  bufStart += cur;
+  valid = cur = 0;
+  buf[0] = buf[1] = 0;
+  if (filePos != bufStart) filePos = stream->seek(bufStart);
+  int32_t got = 0;
+  while (got < size) {
+    int32_t n = stream->read(out + got, size - got);
+    if (n <= 0) break;
+    got += n;
+  }
+  filePos += got;
+  bufStart += got;
+  *done += got;
+  if (got < size) flags |= kAtEnd;
+  return true;
 }
 
 int32_t LSrmBase::write(const void* buffer, int32_t size) {
@@ -69,8 +92,32 @@ int32_t LSrmBase::writeBuffered(const char* src, int32_t n) {
     flags |= kDirty;
     if (done == n) return n;
     if (take == 0 && ++stalls == 2) return done;
+    if (n - done >= bufSize && line == 0 && stream != nullptr)
+      return done + writeDirect(src + done, n - done);
     flushBuffer(/*keep=*/true);
   }
+}
+
+int32_t LSrmBase::writeDirect(const char* src, int32_t n) {
+  // Through the buffer, a block went to the update file in writes of a
+  // thousand bytes each. The buffer goes out first, all of it: bytes past
+  // the cursor are then behind the write and overwritten in place.
+  flushBuffer(/*keep=*/false);
+  if (valid != 0) return 0;  // the buffer did not go out
+  if (filePos != bufStart) filePos = stream->seek(bufStart);
+  int32_t written = 0;
+  int stalls = 0;
+  while (written < n) {
+    int32_t count = stream->write(src + written, n - written);
+    written += count;
+    if (count == 0 && ++stalls == 2) {
+      if (flags & kFailOnWrite) FInternal("write error to %s", name());
+      break;
+    }
+  }
+  filePos += written;
+  bufStart += written;
+  return written;
 }
 
 int32_t LSrmBase::seek(int32_t position) {

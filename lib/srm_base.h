@@ -112,6 +112,13 @@ class LSrmBase : public LStream {
   // Makes room and reads once into the buffer behind the valid bytes;
   // returns the bytes read.
   int32_t fill();
+  // Reads the rest of a large request straight from the inner stream, past
+  // the buffer, and adds what it read to *done; false when this stream
+  // cannot (it counts lines or holds bytes to write).
+  bool readDirect(char* out, int32_t size, int32_t* done);
+  // Writes a large request straight to the inner stream after the buffer,
+  // on a stream that counts no lines; returns the bytes written.
+  int32_t writeDirect(const char* src, int32_t n);
   // Refills until count bytes are ready at the cursor or nothing more
   // comes; returns the bytes ready.
   int32_t ensure(int32_t count);

@@ -168,6 +168,15 @@ uint32_t SysProcessId();
 // The usable screen size in pixels (a fixed 1920 by 1080 where there is none).
 void SysScreenSize(int32_t* width, int32_t* height);
 
+// ---- Memory
+
+// Blocks from this size up are worth the hint below.
+const int64_t kSysLargeBlock = int64_t{4} << 20;
+// Tells the system that a large block just taken will be used whole, so
+// that it may back it with large pages: a block of many megabytes then
+// costs a few page faults instead of thousands. Only a hint.
+void SysAdviseLargeBlock(void* block, int64_t size);
+
 // ---- Threads
 
 typedef void (*SysThreadEntry)(void* argument);

@@ -15,6 +15,7 @@
 #include <sched.h>
 #include <signal.h>
 #include <sys/file.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <time.h>
 #include <unistd.h>
@@ -233,7 +234,15 @@ int openForWrite(const char* path, int extraFlags, bool empty, int avoid) {
       return -1;
     }
   }
-  if (empty && ftruncate(fd.get(), 0) != 0) return -1;
+  // A file that is empty already, as every new one is, is not emptied
+  // again: on some file systems emptying a file marks it to be written out
+  // to the disk when it closes, which made an extract wait on the disk once
+  // per file.
+  if (empty) {
+    struct stat st;
+    if (fstat(fd.get(), &st) != 0) return -1;
+    if (st.st_size != 0 && ftruncate(fd.get(), 0) != 0) return -1;
+  }
   return fd.release();
 }
 
@@ -962,6 +971,16 @@ int32_t SysLocalOffset(SysTime at) {
   struct tm local;
   if (localtime_r(&t, &local) == nullptr) return 0;
   return static_cast<int32_t>(local.tm_gmtoff);
+}
+
+void SysAdviseLargeBlock(void* block, int64_t size) {
+  // The whole pages inside the block; the system backs with large pages
+  // only the aligned stretches among them.
+  const uintptr_t page = static_cast<uintptr_t>(sysconf(_SC_PAGESIZE));
+  const uintptr_t start = (reinterpret_cast<uintptr_t>(block) + page - 1) & ~(page - 1);
+  const uintptr_t end =
+      (reinterpret_cast<uintptr_t>(block) + static_cast<uintptr_t>(size)) & ~(page - 1);
+  if (end > start) madvise(reinterpret_cast<void*>(start), end - start, MADV_HUGEPAGE);
 }
 
 void SysSleep(int32_t milliseconds) {

@@ -566,6 +566,9 @@ int32_t SysLocalOffset(SysTime at) {
   return static_cast<int32_t>(ticks / 10000000);
 }
 
+// The heap gives no large pages; Windows takes the hint from nobody here.
+void SysAdviseLargeBlock(void*, int64_t) {}
+
 void SysSleep(int32_t milliseconds) { Sleep(milliseconds < 0 ? 0 : milliseconds); }
 uint32_t SysProcessId() { return GetCurrentProcessId(); }
 

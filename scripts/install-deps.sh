@@ -9,7 +9,7 @@ require apt-get:apt dpkg-query:dpkg
 packages=(cmake g++ make libgtest-dev libbenchmark-dev googletest
           g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix
           wine wine64 fonts-wine xvfb xdotool locales fonts-noto-cjk
-          clang libclang-rt-14-dev xdelta3 zstd python3)
+          clang libclang-rt-14-dev xdelta3 zstd python3 git time)
 
 missing=()
 for p in "${packages[@]}"; do

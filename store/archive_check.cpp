@@ -51,6 +51,10 @@ class Checker {
   FCheckFault fault_;
   void* context_;
   std::vector<Run> runs_;
+  // Kept from one version to the next, so that a long chain is read without
+  // taking and giving back memory for each version.
+  THeldBuf held_;
+  THeldBuf raw_;
 };
 
 LStr Checker::versionName(TVer* ver) const {
@@ -99,13 +103,11 @@ void Checker::checkFile(TFile* file) {
 
 void Checker::readBack(TVer* ver, TKnownBlock& newer) {
   try {
-    THeldBuf held;
-    FReadBlock(held, archive_, ver->dataPos, newer.pos > 0 ? &newer : nullptr);
-    THeldBuf raw;
-    FExpandRaw(THeldView(held), ver->size, raw);
+    FReadBlock(held_, archive_, ver->dataPos, newer.pos > 0 ? &newer : nullptr);
+    FExpandRaw(THeldView(held_), ver->size, raw_);
     newer.pos = ver->dataPos;
-    newer.held.swap(held);
-    uint16_t sum = FSum16(raw.data(), raw.size());
+    newer.held.swap(held_);
+    uint16_t sum = FSum16(raw_.data(), raw_.size());
     if (sum != ver->checksum)
       report(versionName(ver).format(": チェックサムが一致しません (%04X, 記録 %04X)", sum,
                                      ver->checksum));

@@ -22,7 +22,7 @@ void FCmdExtract(const LArrOf<TRec*>& records, const char* destDir, TCond* cond,
 // Writes one version to one path, creating its folders; an existing file is
 // overwritten.
 void FExtractVer(TVer* ver, const char* path);
-// Writes raw bytes to path, creating its folders, and gives the file the
+// Writes raw bytes to path, whose folders exist, and gives the file the
 // times (Unix seconds); on any thread.
 void FWriteExtracted(const char* path, const THeldBuf& raw, int64_t created, int64_t accessed,
                      int64_t modified);

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "lib/fail.h"
+#include "lib/sys.h"
 
 const uint8_t THeldBuf::kEmpty[kZeroTail] = {};
 
@@ -20,6 +21,7 @@ uint8_t* THeldBuf::prepare(int32_t room) {
     bytes_ = static_cast<uint8_t*>(std::malloc(bytes));
     room_ = bytes_ != nullptr ? room : 0;
     if (bytes_ == nullptr) FOutOfMemory(static_cast<int64_t>(bytes));
+    if (room >= kSysLargeBlock) SysAdviseLargeBlock(bytes_, static_cast<int64_t>(bytes));
   }
   size_ = 0;
   std::memset(bytes_, 0, kZeroTail);
@@ -50,6 +52,7 @@ void THeldBuf::append(const void* bytes, int32_t n) {
     uint8_t* larger = static_cast<uint8_t*>(std::realloc(bytes_, bytes));
     if (larger == nullptr) FOutOfMemory(static_cast<int64_t>(bytes));
     bytes_ = larger;
+    if (room >= kSysLargeBlock) SysAdviseLargeBlock(bytes_, static_cast<int64_t>(bytes));
     room_ = room;
   }
   std::memcpy(bytes_ + size_, bytes, n);

@@ -3,7 +3,6 @@
 #include <cstring>
 
 #include "lib/fail.h"
-#include "lib/mem_stream.h"
 #include "lib/num_coding.h"
 #include "store/token_format.h"
 
@@ -32,20 +31,23 @@ void copyWithin(uint8_t* to, int64_t d, int64_t n) {
 
 int32_t FExpandTokens(const uint8_t* tokens, int32_t tokenLen, uint8_t* out, int32_t outCap,
                       const uint8_t* reference, int32_t referenceLen) {
-  LMemSrm in(tokens, tokenLen);
+  LNumReader in(tokens, tokenLen);
   // 64 bits: lengths of damaged tokens may add up past 32 bits before the
   // final test catches them.
   int64_t pos = 0;
-  while (in.tell() < tokenLen) {
-    const uint32_t head = FReadNum(in);
+  while (!in.atEnd()) {
+    const uint32_t head = in.readNum();
     const int64_t n = head >> kTokenLengthShift;
     switch (head & kTokenKindMask) {
-      case kTokenLiteral:
+      case kTokenLiteral: {
         if (n > outCap - pos) FFormatError(kBadLiteralRoom);
-        if (in.read(out + pos, static_cast<int32_t>(n)) != n) FFormatError(kBadLiteralCut);
+        const uint8_t* literal = in.take(n);
+        if (literal == nullptr) FFormatError(kBadLiteralCut);
+        std::memcpy(out + pos, literal, n);
         break;
+      }
       case kTokenSelfCopy: {
-        const int64_t from = pos - static_cast<int32_t>(FReadDiff(in, 0));
+        const int64_t from = pos - static_cast<int32_t>(in.readDiff(0));
         if (!(from < pos && from + n <= outCap && from >= 0)) FFormatError(kBadSelfCopy);
         // A copy that runs past the room is not made: the output is then
         // too long, which the final test reports.
@@ -53,7 +55,7 @@ int32_t FExpandTokens(const uint8_t* tokens, int32_t tokenLen, uint8_t* out, int
         break;
       }
       case kTokenRefCopy: {
-        const int64_t from = pos - static_cast<int32_t>(FReadDiff(in, 0));
+        const int64_t from = pos - static_cast<int32_t>(in.readDiff(0));
         if (!(from + n <= referenceLen && from >= 0)) FFormatError(kBadRefCopy);
         if (n > 0 && n <= outCap - pos) std::memcpy(out + pos, reference + from, n);
         break;

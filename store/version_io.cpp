@@ -143,7 +143,8 @@ void FReadVerHeader(LSrm& srm, TVer* ver) {
   info->checkoutId = static_cast<int32_t>(checkoutId);
 }
 
-void FReadBlock(THeldBuf& result, TArchive& archive, int32_t pos, const TKnownBlock* known) {
+namespace {
+void readBlockInto(THeldBuf& result, TArchive& archive, int32_t pos, const TKnownBlock* known) {
   // The chain from this block up to the newest version, which has no
   // parent, or up to the known block. Walked first and decoded from the top
   // down, so that the depth of a chain costs no stack, and a loop is found
@@ -164,10 +165,11 @@ void FReadBlock(THeldBuf& result, TArchive& archive, int32_t pos, const TKnownBl
     result.assign(known->held.data(), known->held.size());
     return;
   }
-  // Two buffers take turns as the reference and the next result, so that a
-  // long chain allocates no more than two.
+  // The result and one more buffer take turns as the reference and the
+  // next result, so that a long chain allocates no more than one, and a
+  // caller that reads block after block into the same result allocates
+  // none once it has the room.
   THeldBuf reference;
-  THeldBuf held;
   for (int32_t i = chain.count - 1; i >= 0; i--) {
     const BlockHead& head = *chain[i];
     FPollStop();
@@ -176,10 +178,20 @@ void FReadBlock(THeldBuf& result, TArchive& archive, int32_t pos, const TKnownBl
     bool top = i == chain.count - 1;
     THeldView view(top && fromKnown ? known->held : reference);
     FExpandStored(reinterpret_cast<const uint8_t*>(stored.ptr), stored.length, head.rawSize,
-                  top && !fromKnown ? nullptr : &view, held);
-    reference.swap(held);
+                  top && !fromKnown ? nullptr : &view, result);
+    if (i > 0) reference.swap(result);
   }
-  result.swap(reference);
+}
+}  // namespace
+
+void FReadBlock(THeldBuf& result, TArchive& archive, int32_t pos, const TKnownBlock* known) {
+  try {
+    readBlockInto(result, archive, pos, known);
+  } catch (int) {
+    // Never a step of the chain, nor an earlier block, in place of this one.
+    result.prepare(0);
+    throw;
+  }
 }
 
 int32_t FWriteBlock(TVer* ver, const LStr& stored, TVer* reference) {

@@ -51,7 +51,8 @@ struct TKnownBlock {
 // when the chain passes through it: reading a file's versions from the
 // newest down with the last one read as `known` decodes each block once. A
 // damaged chain (a loop, a position outside the data area, a segment that
-// does not fit) is the archive format failure.
+// does not fit) is the archive format failure, which leaves result empty.
+// The room that result has already is used.
 void FReadBlock(THeldBuf& result, TArchive& archive, int32_t pos,
                 const TKnownBlock* known = nullptr);
 // Writes the block of a version into the running update file, keeping the

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstring>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "lib/larr.h"
@@ -122,4 +123,31 @@ TEST(Alloc, StringsAndArraysRefuseWhatNoBlockHolds) {
   ASSERT_EQ(scope.recorder->boxes.count, 2);
   EXPECT_NE(std::string(scope.recorder->boxes[0]->ptr).find("メモリが足りません"),
             std::string::npos);
+}
+
+TEST(Alloc, ThreadsThatShareTheFreeListsGetBlocksOfTheirOwn) {
+  // Each thread marks its blocks with its own byte and checks the mark
+  // before giving them back: a block handed to two threads at once shows
+  // the other thread's mark. All of one size class, in a tight loop, so
+  // that the threads meet at its free list as often as they can.
+  const int kThreads = 4;
+  std::vector<int> damaged(kThreads, 0);
+  std::vector<std::thread> threads;
+  for (int t = 0; t < kThreads; t++) {
+    threads.emplace_back([t, &damaged] {
+      char* held[4];
+      for (int round = 0; round < 300000; round++) {
+        for (char*& block : held) {
+          block = static_cast<char*>(FAlloc(24));
+          std::memset(block, 'A' + t, 24);
+        }
+        for (char* block : held) {
+          if (block[0] != 'A' + t || block[23] != 'A' + t) damaged[t]++;
+          FFree(block);
+        }
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  for (int t = 0; t < kThreads; t++) EXPECT_EQ(damaged[t], 0) << "thread " << t;
 }

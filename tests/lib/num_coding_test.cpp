@@ -215,3 +215,56 @@ TEST(NumCoding, HugeStringLengthIsRefusedWithoutAllocatingIt) {
             }),
             312);
 }
+
+namespace {
+const uint8_t* bytesOf(const LStr& s) { return reinterpret_cast<const uint8_t*>(s.ptr); }
+}  // namespace
+
+TEST(NumReader, ReadsWhatTheStreamReadsWithTheSameFailures) {
+  std::mt19937 random(20261123);
+  std::vector<uint32_t> values = {0,       127,        128,        16511,     16512,
+                                  2113663, 2113664,    270549119,  270549120, 0xFFFFFFFFu,
+                                  1,       0x7FFFFFFF, 0x80000000u};
+  for (int i = 0; i < 2000; i++) values.push_back(random() >> (random() % 32));
+  LStr out;
+  {
+    LMemOutStream stream(out);
+    uint32_t base = 0;
+    for (uint32_t v : values) {
+      FWriteNum(stream, v);
+      FWriteDiff(stream, v, base);
+      stream.write("ab", 2);
+      base = v;
+    }
+  }
+  LNumReader reader(bytesOf(out), out.length);
+  uint32_t base = 0;
+  for (uint32_t v : values) {
+    ASSERT_EQ(reader.readNum(), v);
+    ASSERT_EQ(reader.readDiff(base), v) << "base " << base;
+    const uint8_t* taken = reader.take(2);
+    ASSERT_NE(taken, nullptr);
+    ASSERT_EQ(std::memcmp(taken, "ab", 2), 0);
+    base = v;
+  }
+  EXPECT_TRUE(reader.atEnd());
+  EXPECT_NE(reader.take(0), nullptr);
+  EXPECT_EQ(reader.take(1), nullptr);
+
+  // Every cut of a long number ends the data; the reserved first bytes and
+  // a number past 32 bits fail as from a stream.
+  LStr longest = encodeNum(4000000000u);
+  for (int32_t cut = 0; cut < longest.length; cut++)
+    EXPECT_EQ(formatFailure([&] { LNumReader(bytesOf(longest), cut).readNum(); }), 312) << cut;
+  LStr reserved = bytes({0xF8, 0, 0, 0, 0});
+  EXPECT_EQ(formatFailure([&] { LNumReader(bytesOf(reserved), 5).readNum(); }), 312);
+  LStr tagged = bytes({0xF1, 0, 0, 0, 0});
+  EXPECT_EQ(formatFailure([&] { LNumReader(bytesOf(tagged), 5).readNum(); }), 309);
+  LStr wide = bytes({0xF0, 0xEF, 0xDF, 0xBF, 0x80});
+  EXPECT_EQ(formatFailure([&] { LNumReader(bytesOf(wide), 5).readNum(); }), 309);
+  // A length that is more than what is left takes nothing.
+  LNumReader shortOne(bytesOf(tagged), 5);
+  EXPECT_EQ(shortOne.take(6), nullptr);
+  EXPECT_EQ(shortOne.take(-1), nullptr);
+  EXPECT_NE(shortOne.take(5), nullptr);
+}

@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <functional>
+#include <string>
 
 #include "lib/mem_stream.h"
 #include "lib/msg.h"
@@ -241,6 +242,44 @@ TEST(LSrm, ReadingPastTheEndSetsAtEndUntilTheNextSeek) {
   EXPECT_EQ(srm.getDword(), -1);  // two bytes are not a dword
 }
 
+namespace {
+// Memory that counts the reads asked of it.
+class CountingStream : public LMemStream {
+ public:
+  using LMemStream::LMemStream;
+  int32_t read(void* buffer, int32_t size) override {
+    reads++;
+    return LMemStream::read(buffer, size);
+  }
+  int32_t reads = 0;
+};
+}  // namespace
+
+TEST(LSrm, ALargeReadAfterASeekPassesTheBuffer) {
+  LStr data;
+  for (int i = 0; i < 10000; i++) data.append(static_cast<char>('a' + i % 26));
+  CountingStream inner(data.ptr, data.length);
+  LSrm srm(&inner);
+  srm.seek(10);  // a seek ends the count of lines
+  char small[3];
+  ASSERT_EQ(srm.read(small, 3), 3);
+  inner.reads = 0;
+  LStr big;
+  ASSERT_EQ(srm.readInto(big, 5000), 5000);
+  EXPECT_TRUE(std::memcmp(big.ptr, data.ptr + 13, 5000) == 0);
+  EXPECT_LE(inner.reads, 2);  // not one per thousand bytes
+  EXPECT_EQ(srm.tell(), 5013);
+  EXPECT_EQ(srm.getByte(), data[5013]);
+  // Back into the bytes that went past the buffer, and on past the end.
+  EXPECT_EQ(srm.seek(4000), 4000);
+  EXPECT_EQ(srm.getByte(), data[4000]);
+  big.clear();
+  EXPECT_EQ(srm.readInto(big, 8000), 5999);
+  EXPECT_TRUE(std::memcmp(big.ptr, data.ptr + 4001, 5999) == 0);
+  EXPECT_TRUE(srm.atEnd());
+  EXPECT_EQ(srm.getByte(), -1);
+}
+
 TEST(LSrm, FixedWidthReadsAreLowByteFirstAlsoAcrossARefill) {
   LStr data;
   for (int i = 0; i < 1003; i++) data.append('.');
@@ -293,6 +332,47 @@ TEST(LSrm, LongWritesPassTheBufferAndConvertLineEnds) {
   ASSERT_EQ(target.length, 5000 + 7);
   EXPECT_EQ(std::memcmp(target.ptr, big.ptr, 5000), 0);
   EXPECT_STREQ(target.ptr + 5000, "x\r\ny\r\n\n");
+}
+
+namespace {
+// A file in memory: writes go over what is there and past its end; it
+// counts the writes asked of it.
+class OverwriteStream : public LStream {
+ public:
+  int32_t write(const void* buffer, int32_t size) override {
+    writes++;
+    std::string& d = data;
+    if (static_cast<size_t>(at) + size > d.size()) d.resize(at + size);
+    std::memcpy(&d[at], buffer, size);
+    at += size;
+    return size;
+  }
+  int32_t seek(int32_t position) override { return at = position; }
+  void flush() override {}
+  std::string data;
+  int32_t at = 0;
+  int32_t writes = 0;
+};
+}  // namespace
+
+TEST(LSrm, ALargeWriteAfterASeekPassesTheBufferAndOverwritesInPlace) {
+  std::string before;
+  for (int i = 0; i < 6000; i++) before += static_cast<char>('a' + i % 26);
+  std::string big;
+  for (int i = 0; i < 5000; i++) big += static_cast<char>('A' + i % 23);
+  OverwriteStream inner;
+  inner.data = before;
+  {
+    LSrm srm(&inner);
+    srm.seek(100);  // a seek outside the buffer ends the count of lines
+    srm.write("0123456789", 10);
+    srm.seek(105);  // back into the buffer: what follows goes over the rest
+    EXPECT_EQ(srm.write(big.data(), static_cast<int32_t>(big.size())), 5000);
+    EXPECT_EQ(srm.tell(), 5105);
+    srm.write("zz", 2);
+  }
+  EXPECT_LE(inner.writes, 3);  // not one per thousand bytes
+  EXPECT_EQ(inner.data, before.substr(0, 100) + "01234" + big + "zz" + before.substr(5107));
 }
 
 TEST(LSrm, AStalledWriteIsReportedOrFatal) {

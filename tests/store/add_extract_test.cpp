@@ -290,6 +290,68 @@ TEST_F(AddTest, NamesThatWouldLeaveTheDestinationAreRefused) {
   EXPECT_STREQ(FVersionViewPath(fileAt("src", "ok.txt")->version(0), "W/").ptr, "W/ok-V1.txt");
 }
 
+TEST_F(AddTest, ExtractOfManyFoldersChecksEachFolderAndWritesEveryFile) {
+  // More files than one batch of the writer takes, in folders of several
+  // levels, one of which gets a name no system takes.
+  const char* folders[] = {"a", "a/deep/er", "bad", "b", "lonely"};
+  for (const char* folder : folders)
+    for (int i = 0; i < 40; i++)
+      put((std::string(folder) + "/f" + std::to_string(i) + ".txt").c_str(),
+          std::string(folder) + " file " + std::to_string(i));
+  add();
+  static_cast<TRecF*>(
+      archive->root->findPath(std::vector<const char*>{"src", "bad", nullptr}.data()))
+      ->setName("ba/d");
+  // A folder whose only files are refused is not made.
+  TRecF* lonely = static_cast<TRecF*>(
+      archive->root->findPath(std::vector<const char*>{"src", "lonely", nullptr}.data()));
+  for (TRec* child : lonely->children) static_cast<TRecF*>(child)->setName("x/y");
+  LStr out = dir.file("out");
+  LArrOf<TRec*> records;
+  records.add(archive->root->findChild("src"));
+  TCond cond;
+  cond.Parse();
+  FCmdExtract(records, out.ptr, &cond, archive->root->findChild("src"));
+  for (const char* folder : {"a", "a/deep/er", "b"})
+    for (int i = 0; i < 40; i++)
+      EXPECT_EQ(
+          extracted(out.ptr, (std::string(folder) + "/f" + std::to_string(i) + ".txt").c_str()),
+          std::string(folder) + " file " + std::to_string(i));
+  // Each file below the refused folder, and each refused file, is counted.
+  EXPECT_EQ(FWorkSet()->refused, 80);
+  EXPECT_EQ(FExists(LStr(out).append("/ba").ptr), kExistsNone);
+  EXPECT_EQ(FExists(LStr(out).append("/lonely").ptr), kExistsNone);
+  SysFileInfo info;
+  ASSERT_TRUE(SysStat(LStr(out).append("/a/deep/er/f7.txt").ptr, &info));
+  EXPECT_EQ(FToUnixTime(info.modified), 1600000000);
+}
+
+TEST_F(AddTest, VersionsOfOneFileReachTheirPathInTheWalksOrderAcrossBatches) {
+  // 63 files first, so that the versions of the last one straddle the end
+  // of a batch of the writer.
+  for (int i = 0; i < 63; i++) put(("f" + std::to_string(100 + i) + ".txt").c_str(), "x");
+  for (int v = 1; v <= 3; v++) {
+    put("z.txt", "version " + std::to_string(v), 1600000000 + v * 100);
+    add();
+  }
+  ASSERT_EQ(fileAt("src", "z.txt")->childCount(), 3);
+  LStr out = dir.file("out");
+  LArrOf<TRec*> records;
+  records.add(archive->root->findChild("src"));
+  TCond cond;
+  cond.maxVersions = 0;
+  cond.fromOldest = 1;
+  cond.Parse();
+  FCmdExtract(records, out.ptr, &cond, archive->root->findChild("src"));
+  EXPECT_EQ(FWorkSet()->refused, 0);
+  EXPECT_EQ(extracted(out.ptr, "z.txt"), "version 3");
+  EXPECT_EQ(extracted(out.ptr, "f162.txt"), "x");
+  cond.fromOldest = 0;
+  cond.Parse();
+  FCmdExtract(records, out.ptr, &cond, archive->root->findChild("src"));
+  EXPECT_EQ(extracted(out.ptr, "z.txt"), "version 1");
+}
+
 #ifndef _WIN32
 TEST_F(AddTest, SourceOfTwoGigabytesIsRefused) {
   put("small.txt", "small");

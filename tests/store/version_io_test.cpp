@@ -102,13 +102,20 @@ TEST_F(VersionIoTest, ReadingFromAKnownNewerBlockStopsTheChainThere) {
   finish();
   // Down from the newest, each read starting at the block read before it
   // gives the same held form as a read of the whole chain.
+  // A result read into before, with room and bytes left over, comes out the
+  // same.
   TKnownBlock newer;
+  THeldBuf reused;
   for (int i = 3; i >= 0; i--) {
     int32_t pos = file->version(i)->dataPos;
     THeldBuf whole, fromNewer;
     FReadBlock(whole, *archive, pos);
     FReadBlock(fromNewer, *archive, pos, newer.pos > 0 ? &newer : nullptr);
+    FReadBlock(reused, *archive, pos);
     ASSERT_EQ(std::string(reinterpret_cast<const char*>(fromNewer.data()), fromNewer.size()),
+              std::string(reinterpret_cast<const char*>(whole.data()), whole.size()))
+        << i;
+    ASSERT_EQ(std::string(reinterpret_cast<const char*>(reused.data()), reused.size()),
               std::string(reinterpret_cast<const char*>(whole.data()), whole.size()))
         << i;
     newer.pos = pos;
@@ -208,6 +215,11 @@ TEST_F(VersionIoTest, DamageDeepInTheChainStopsEveryOlderRead) {
     EXPECT_THROW(rawOf(file->version(i)), int) << i;
     FNewWorkSet();
   }
+  // What the result held before does not pass for the block.
+  THeldBuf filled;
+  filled.assign("left over", 9);
+  EXPECT_THROW(FReadBlock(filled, *archive, file->version(0)->dataPos), int);
+  EXPECT_EQ(filled.size(), 0);
   EXPECT_NE(std::string(recorder->boxes.last()->ptr).find("識別番号="), std::string::npos);
 }
 
