@@ -104,19 +104,24 @@ int32_t LSrmBase::writeDirect(const char* src, int32_t n) {
   // the cursor are then behind the write and overwritten in place.
   flushBuffer(/*keep=*/false);
   if (valid != 0) return 0;  // the buffer did not go out
-  if (filePos != bufStart) filePos = stream->seek(bufStart);
+  int32_t written = writeAt(bufStart, src, n);
+  bufStart += written;
+  return written;
+}
+
+int32_t LSrmBase::writeAt(int32_t position, const char* src, int32_t n) {
+  if (filePos != position) filePos = stream->seek(position);
   int32_t written = 0;
   int stalls = 0;
   while (written < n) {
     int32_t count = stream->write(src + written, n - written);
     written += count;
+    filePos += count;
     if (count == 0 && ++stalls == 2) {
       if (flags & kFailOnWrite) FInternal("write error to %s", name());
       break;
     }
   }
-  filePos += written;
-  bufStart += written;
   return written;
 }
 
@@ -147,21 +152,7 @@ void LSrmBase::close() {
 
 void LSrmBase::flushBuffer(bool keep) {
   int32_t n = keep ? (cur - keepBack > 0 ? cur - keepBack : 0) : valid;
-  if ((flags & kDirty) && stream) {
-    if (filePos != bufStart) filePos = stream->seek(bufStart);
-    int32_t written = 0;
-    int stalls = 0;
-    while (written < n) {
-      int32_t count = stream->write(buf + written, n - written);
-      written += count;
-      filePos += count;
-      if (count == 0 && ++stalls == 2) {
-        if (flags & kFailOnWrite) FInternal("write error to %s", name());
-        n = written;
-        break;
-      }
-    }
-  }
+  if ((flags & kDirty) && stream) n = writeAt(bufStart, buf, n);
   if (n == valid) {
     // All gone. The position stays at the cursor, also when the cursor was
     // moved back before the end of the valid bytes.

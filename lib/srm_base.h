@@ -119,6 +119,10 @@ class LSrmBase : public LStream {
   // Writes a large request straight to the inner stream after the buffer,
   // on a stream that counts no lines; returns the bytes written.
   int32_t writeDirect(const char* src, int32_t n);
+  // Writes n bytes at position, trying again once after a write that took
+  // nothing; returns what went out (a stall fails the stream when it is
+  // told to).
+  int32_t writeAt(int32_t position, const char* src, int32_t n);
   // Refills until count bytes are ready at the cursor or nothing more
   // comes; returns the bytes ready.
   int32_t ensure(int32_t count);

@@ -7,15 +7,24 @@
 #include "store/cond.h"
 
 namespace {
-// The number of versions below rec, counted up to limit.
-int32_t versionsUpTo(const TRec* rec, int32_t limit) {
-  if (rec->isVer()) return 1;
-  if (!rec->isNamed()) return 0;
-  const TRecF* named = static_cast<const TRecF*>(rec);
-  if (rec->isFile()) return named->children.count;
+// The number of versions below the records, counted until limit. A loop,
+// not a recursion: a tree may be deeper than the stack.
+int32_t versionsUpTo(const TRecList& records, int32_t limit) {
+  LArrOf<const TRec*> pending;
+  for (const TRec* rec : records) pending.add(rec);
   int32_t count = 0;
-  for (int32_t i = 0; i < named->children.count && count < limit; i++)
-    count += versionsUpTo(named->children[i], limit - count);
+  while (pending.count > 0 && count < limit) {
+    const TRec* rec = pending.pop();
+    if (rec->isVer()) {
+      count++;
+    } else if (rec->isNamed()) {
+      const TRecF* named = static_cast<const TRecF*>(rec);
+      if (rec->isFile())
+        count += named->children.count;
+      else
+        for (const TRec* child : named->children) pending.add(child);
+    }
+  }
   return count;
 }
 }  // namespace
@@ -33,10 +42,7 @@ LStr FSubjectText(const TRecList& records) {
 
 bool FSelectionHasVersionsToChoose(const TRecList& records) {
   const int32_t enough = 2;
-  int32_t count = 0;
-  for (int32_t i = 0; i < records.count && count < enough; i++)
-    count += versionsUpTo(records[i], enough - count);
-  return count >= enough;
+  return versionsUpTo(records, enough) >= enough;
 }
 
 LStr FCondCaption(const char* caption, const TCond& cond) {

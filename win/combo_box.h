@@ -15,8 +15,6 @@ class LComboBox : public LCtrl {
   void load() override;
   bool save() override;
   int onCommand(int code) override;
-  // The text now in the box, also while the list is being chosen from.
-  LStr current() const;
 
  private:
   LStr& text_;
