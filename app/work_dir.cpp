@@ -4,16 +4,15 @@
 #include "lib/chartype.h"
 #include "lib/fail.h"
 #include "lib/file_util.h"
-#include "lib/io_file.h"
 #include "lib/msg.h"
 #include "lib/path_parts.h"
 #include "lib/sys.h"
 
 namespace {
 
-// The lock file while it is held, or null. Opened for writing, so that on
-// both systems a second holder is shut out until the first lets go.
-LIoFile* gLock = nullptr;
+// The lock file while it is held. Only one process holds it at a time, and
+// it is deleted as it is let go.
+SysFile gLock = kSysNoFile;
 
 const int kLockTries = 30;
 const int32_t kLockPause = 100;
@@ -46,12 +45,8 @@ void FLock(TApp& app) {
   FMakeDirs(path.ptr);
   for (int attempt = 0; attempt < kLockTries; attempt++) {
     if (attempt > 0) SysSleep(kLockPause);
-    LIoFile* file = new LIoFile(path.ptr, 'w', false);
-    if (file->isOpen()) {
-      gLock = file;
-      return;
-    }
-    delete file;
+    gLock = SysTakeLockFile(path.ptr);
+    if (gLock != kSysNoFile) return;
   }
   FInfo(kMsgErrorBox,
         "ファイル「%s」を作成できません。\n[オプション] "
@@ -60,11 +55,12 @@ void FLock(TApp& app) {
 }
 
 void FUnlock(TApp& app) {
-  delete gLock;
-  gLock = nullptr;
+  // Without the lock the file is another process's to delete.
+  if (gLock == kSysNoFile) return;
   LStr path = lockPath(app);
-  if (!SysDeleteFile(path.ptr) && FExists(path.ptr) != kExistsNone)
-    FMsg(kMsgSystem, "「%s」を削除できませんでした", path.ptr);
+  bool deleted = SysReleaseLockFile(gLock, path.ptr);
+  gLock = kSysNoFile;
+  if (!deleted) FMsg(kMsgSystem, "「%s」を削除できませんでした", path.ptr);
 }
 
 void FMakeWorkDir(TApp& app) {

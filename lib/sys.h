@@ -97,6 +97,13 @@ bool SysStampFile(SysFile file, SysFileStamp* stamp);
 // Whether an open failed with this error because another writer holds the
 // file.
 bool SysFileBusy(int error);
+// A lock file that only one holder at a time may have: taking it fails
+// while another process holds it, and letting it go deletes it before
+// anyone else can take it, so the next holder always makes a fresh one and
+// a holder never deletes the file of the next.
+SysFile SysTakeLockFile(const char* path);
+// False when the file could not be deleted; it is closed in any case.
+bool SysReleaseLockFile(SysFile lock, const char* path);
 
 // ---- Folders and paths
 

@@ -722,6 +722,32 @@ bool SysStampFile(SysFile file, SysFileStamp* stamp) {
 
 bool SysFileBusy(int error) { return error == EBUSY; }
 
+SysFile SysTakeLockFile(const char* path) {
+  NativeName native(path);
+  int fd = openForWrite(native.c_str(), 0, /*empty=*/false, /*avoid=*/-1);
+  if (fd < 0) return kSysNoFile;
+  // The holder before may have deleted the path between our open and our
+  // lock: the lock is then on a file nobody else will find, so it is
+  // refused, and the caller's next try makes the file anew.
+  struct stat held, named;
+  if (fstat(fd, &held) != 0 || stat(native.c_str(), &named) != 0 ||
+      held.st_dev != named.st_dev || held.st_ino != named.st_ino) {
+    close(fd);
+    errno = EBUSY;
+    return kSysNoFile;
+  }
+  return fd;
+}
+
+bool SysReleaseLockFile(SysFile lock, const char* path) {
+  // Deleted while still locked, so that no waiting process has locked it.
+  bool deleted = unlink(NativeName(path).c_str()) == 0;
+  int error = errno;
+  close(static_cast<int>(lock));
+  errno = error;
+  return deleted;
+}
+
 // ---- Folders and paths
 
 SysFolderScan::SysFolderScan(const char* folder) : handle_(nullptr), state_(nullptr) {

@@ -327,6 +327,20 @@ bool SysFileBusy(int error) {
   return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION;
 }
 
+SysFile SysTakeLockFile(const char* path) {
+  AnsiPath native(path);
+  if (native.c_str() == nullptr) return kSysNoFile;
+  // Shared with nobody, and gone with the last handle: a waiting process
+  // cannot open it until it has been deleted, so it never holds a file
+  // that the one before it is about to delete.
+  HANDLE file = CreateFileA(native.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
+                            FILE_ATTRIBUTE_NORMAL | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return kSysNoFile;
+  return reinterpret_cast<SysFile>(file);
+}
+
+bool SysReleaseLockFile(SysFile lock, const char* /*path*/) { return SysCloseFile(lock); }
+
 // ---- Folders and paths
 
 namespace {

@@ -139,6 +139,25 @@ TEST(SysFile, SecondWriterIsShutOutWithoutHarmWhileReadersGoOn) {
   EXPECT_EQ(readFile(path.ptr), "next");
 }
 
+TEST(SysFile, LockFileHasOneHolderAndGoesWithIt) {
+  TestTempDir dir;
+  LStr path = dir.file("held.lock");
+  SysFile first = SysTakeLockFile(path.ptr);
+  ASSERT_NE(first, kSysNoFile);
+  EXPECT_EQ(SysTakeLockFile(path.ptr), kSysNoFile);
+  EXPECT_TRUE(SysFileBusy(SysLastError()));
+  ASSERT_TRUE(SysReleaseLockFile(first, path.ptr));
+  SysFileInfo info;
+  EXPECT_FALSE(SysStat(path.ptr, &info));
+
+  // The next holder makes it afresh and lets go of it the same way.
+  SysFile second = SysTakeLockFile(path.ptr);
+  ASSERT_NE(second, kSysNoFile);
+  EXPECT_TRUE(SysStat(path.ptr, &info));
+  EXPECT_TRUE(SysReleaseLockFile(second, path.ptr));
+  EXPECT_FALSE(SysStat(path.ptr, &info));
+}
+
 // ---- Names
 
 TEST(SysName, ShiftJisNameRoundTrips) {
