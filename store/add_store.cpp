@@ -26,18 +26,28 @@ const int32_t kStopPoll = 100;
 // memory stays a small multiple of the largest files times the threads.
 const int32_t kAheadPerThread = 2;
 
+// A batch of encodings closes at this many new bytes or files: handing
+// each small file to a thread on its own cost more in waking threads than
+// encoding it did (a first add of 8 000 headers woke threads 25 000 times).
+const int64_t kBatchBytes = 1 << 20;
+const int32_t kBatchFiles = 64;
+
+class TStoreBatch;
+
 // The encoding of one new version on a thread of the pool: its file read
 // into the held form, the older version's delta against it, and its own
 // stored form unless it is dropped. Touches no record.
-class TStoreJob : public LTask {
+class TStoreJob {
  public:
   KST_POOLED_NEW
-  TStoreJob(const char* path, int32_t size, const THeldBuf* olderHeld, bool dropIfSame)
-      : path_(path), size_(size), olderHeld_(olderHeld), dropIfSame_(dropIfSame) {}
-  ~TStoreJob() override { delete held; }
+  TStoreJob(const char* path, int32_t size, const THeldBuf* olderHeld, bool dropIfSame,
+            TStoreBatch* batch)
+      : batch(batch), path_(path), size_(size), olderHeld_(olderHeld), dropIfSame_(dropIfSame) {}
+  ~TStoreJob() { delete held; }
+  TStoreJob(const TStoreJob&) = delete;
+  TStoreJob& operator=(const TStoreJob&) = delete;
 
-  void run() override {
-    TQuietProgress quiet;
+  void run() {
     held = new THeldBuf;
     readOk = FReadHeld(path_.ptr, size_, /*report=*/false, *held, &checksum);
     if (!readOk) return;
@@ -48,6 +58,7 @@ class TStoreJob : public LTask {
     FEncodeWhole(*held, whole);
   }
 
+  TStoreBatch* const batch;
   THeldBuf* held = nullptr;  // handed to the version when it is written
   bool readOk = false;
   uint16_t checksum = 0;
@@ -59,6 +70,20 @@ class TStoreJob : public LTask {
   const int32_t size_;
   const THeldBuf* const olderHeld_;
   const bool dropIfSame_;
+};
+
+// Consecutive jobs that one thread runs in a row.
+class TStoreBatch : public LTask {
+ public:
+  KST_POOLED_NEW
+  void run() override {
+    TQuietProgress quiet;
+    for (TStoreJob* job : jobs) job->run();
+  }
+
+  LArrOf<TStoreJob*> jobs;  // the command's
+  int64_t bytes = 0;
+  int32_t unwritten = 0;  // jobs whose versions are not written yet
 };
 
 TVer* olderOf(TVer* ver) {
@@ -116,16 +141,20 @@ class TAddStore {
     const int32_t ahead = kAheadPerThread * pool_->threadCount();
     TByteProgress progress(totalBytes_);
     for (int32_t at = 0; at < order_.count; at++) {
-      while (submitted_ < order_.count && submitted_ <= at + ahead) submitNext();
+      while (submitted_ < order_.count && submittedBatches_ - writtenBatches_ < ahead)
+        prepareNext();
       FCheckStop();
       TVer* ver = order_[at];
       FShowProgressItem(ver->name());
       TStoreJob* job = jobs_[at];
       if (job != nullptr) {
-        while (!pool_->waitFor(job, kStopPoll)) FCheckStop();
-        // A stop taken inside the job is taken here too.
-        if (job->thrown != 0) FCheckStop();
-        if (job->thrown != 0) throw static_cast<int>(job->thrown);
+        TStoreBatch* batch = job->batch;
+        if (batch == open_) submitOpen();
+        while (!pool_->waitFor(batch, kStopPoll)) FCheckStop();
+        // A stop taken inside the batch is taken here too.
+        if (batch->thrown != 0) FCheckStop();
+        if (batch->thrown != 0) throw static_cast<int>(batch->thrown);
+        if (--batch->unwritten == 0) writtenBatches_++;
       }
       if (job != nullptr && job->readOk)
         storeEncoded(ver, *job, options_);
@@ -140,7 +169,7 @@ class TAddStore {
   }
 
  private:
-  void submitNext() {
+  void prepareNext() {
     const int32_t at = submitted_++;
     TVer* ver = order_[at];
     TVer* older = olderOf(ver);
@@ -150,10 +179,23 @@ class TAddStore {
     if (older != nullptr && (older->flags & kVerNew)) return;
     const THeldBuf* olderHeld = older != nullptr ? &older->Hold() : nullptr;
     TVerInfo* info = ver->FindInfo(true);
+    if (open_ == nullptr) {
+      open_ = new TStoreBatch;
+      batches_.add(open_);
+    }
     TStoreJob* job = new TStoreJob(info->srcPath->ptr, ver->size, olderHeld,
-                                   older != nullptr && dropIfSame(older, ver, options_));
+                                   older != nullptr && dropIfSame(older, ver, options_), open_);
     jobs_[at] = job;
-    pool_->submit(job);
+    open_->jobs.add(job);
+    open_->unwritten++;
+    open_->bytes += ver->size;
+    if (open_->bytes >= kBatchBytes || open_->jobs.count >= kBatchFiles) submitOpen();
+  }
+
+  void submitOpen() {
+    pool_->submit(open_);
+    open_ = nullptr;
+    submittedBatches_++;
   }
 
   // The counts of the add, and a dropped version out of the tree. Versions
@@ -174,9 +216,13 @@ class TAddStore {
   const TAddOptions& options_;
   LArrOf<TVer*> order_;
   LArrOf<TStoreJob*, LDelete<TStoreJob*>> jobs_;
+  LArrOf<TStoreBatch*, LDelete<TStoreBatch*>> batches_;
+  TStoreBatch* open_ = nullptr;  // filling, not yet handed to the pool
   // After the jobs, so that its threads have ended before the jobs go.
   std::unique_ptr<LTaskPool> pool_;
   int32_t submitted_ = 0;
+  int32_t submittedBatches_ = 0;
+  int32_t writtenBatches_ = 0;
   int32_t index_ = 0;
   int64_t totalBytes_ = 0;
 };
