@@ -96,8 +96,9 @@ TEST_F(ItemCommandsTest, AFailedCopyReadsTheArchiveAgainAndTheNextGoesOn) {
   EXPECT_EQ(recorder->boxes.count, 1);
   // The records after the failure are found again in the tree read anew,
   // a version by its place in its file.
-  ASSERT_EQ(view.opened, (std::vector<std::string>{view.opened[0], work("b-V1.txt"),
-                                                   work("b-V2.txt")}));
+  ASSERT_EQ(view.opened.size(), 3u);
+  EXPECT_EQ(view.opened[1], work("b-V1.txt"));
+  EXPECT_EQ(view.opened[2], work("b-V2.txt"));
   EXPECT_EQ(TestReadFile(view.opened[1].c_str()), "older");
   EXPECT_EQ(TestReadFile(view.opened[2].c_str()), "newer");
   EXPECT_EQ(archive->root->findChild("d.txt"), nullptr);
