@@ -28,19 +28,6 @@ const char kRegexLabel[] = "正規表現";
 // The count of versions to find goes up to this in its spin control.
 const int32_t kMaxVersionsLimit = 9999;
 
-class TCondDlg;
-
-// The "指定..." button of a field: its picker writes into the field's box.
-class TPickButton : public LButton {
- public:
-  TPickButton(TCondDlg& dialog, int32_t field);
-  int onClick() override;
-
- private:
-  TCondDlg& owner_;
-  int32_t field_;
-};
-
 // What both condition dialogs share: a TCondForm between the controls and
 // the conditions, the rows of text fields, the attribute boxes and the path
 // mode; each dialog binds the parts that its template has.
@@ -54,22 +41,13 @@ class TCondDlg : public THelpedDialog {
 
   int onOk() override { return form_.save(cond_, *FApp()) ? 1 : 0; }
 
-  void pick(int32_t field) {
-    LStr text;
-    if (FRunPicker(hwnd, field, stats(FCondFieldRow(field).picker), text))
-      boxes_[field]->setText(text.ptr);
-  }
-
  protected:
-  // The picker's statistics: none when the dialog does without them.
-  virtual const TStats* stats(int32_t /*picker*/) { return nullptr; }
-
-  void bindField(int32_t field) {
-    const TCondFieldRow& row = FCondFieldRow(field);
-    boxes_[field] =
-        own(new LComboBox(*this, IDC_COND_TEXT + field, form_.texts[field], FApp()->*row.history));
+  // A field's box with its history, and its exclude box.
+  LComboBox* bindField(int32_t field) {
+    LComboBox* box = own(new LComboBox(*this, IDC_COND_TEXT + field, form_.texts[field],
+                                       FApp()->*FCondFieldRow(field).history));
     own(new LCheckBox(*this, IDC_COND_EXCL + field, form_.excl[field]));
-    if (row.picker != kPickNone) own(new TPickButton(*this, field));
+    return box;
   }
   void bindAttributes() {
     for (int32_t i = 0; i < 4; i++)
@@ -90,25 +68,33 @@ class TCondDlg : public THelpedDialog {
   TCondForm form_;
 
  private:
-  LComboBox* boxes_[kFieldCount] = {};
   LArrOf<LCtrl*, LDelete<LCtrl*>> owned_;
 };
 
-TPickButton::TPickButton(TCondDlg& dialog, int32_t field)
-    : LButton(dialog, IDC_COND_PICK + field), owner_(dialog), field_(field) {}
+class TLimitDlg;
 
-int TPickButton::onClick() {
-  owner_.pick(field_);
-  return 0;
-}
+// The "指定..." button of a field: its picker writes into the field's box.
+class TPickButton : public LButton {
+ public:
+  TPickButton(TLimitDlg& dialog, int32_t field);
+  int onClick() override;
 
-// "SCH_COND_DLG": every field, with the expanded part shown or hidden.
+ private:
+  TLimitDlg& owner_;
+  int32_t field_;
+};
+
+// "SCH_COND_DLG": every field, most with a picker, and the expanded part
+// shown or hidden.
 class TLimitDlg : public TCondDlg {
  public:
   TLimitDlg(TCond& cond, int32_t& expanded, const char* dialogTitle)
       : TCondDlg("SCH_COND_DLG", "conditions", cond), expanded_(expanded) {
     if (dialogTitle != nullptr) title = dialogTitle;
-    for (int32_t field = 0; field < kFieldCount; field++) bindField(field);
+    for (int32_t field = 0; field < kFieldCount; field++) {
+      boxes_[field] = bindField(field);
+      if (FCondFieldRow(field).picker != kPickNone) own(new TPickButton(*this, field));
+    }
     bindAttributes();
     own(new LSpinBox(*this, IDC_COND_MAX_SPIN, form_.maxVersions, 0, kMaxVersionsLimit));
     own(new LCheckBox(*this, IDC_COND_FROM_OLDEST, form_.fromOldest));
@@ -137,17 +123,22 @@ class TLimitDlg : public TCondDlg {
     return 0;
   }
 
- protected:
+  void pick(int32_t field) {
+    LStr text;
+    if (FRunPicker(hwnd, field, stats(FCondFieldRow(field).picker), text))
+      boxes_[field]->setText(text.ptr);
+  }
+
+ private:
   // The archive's statistics, scanned as deep as the picker needs. While
   // a command runs the worker owns the archive: there are none then.
-  const TStats* stats(int32_t picker) override {
+  const TStats* stats(int32_t picker) {
     if (FThread() != nullptr) return nullptr;
     TArchive& archive = *FArchive();
     FScanStats(archive, picker == kPickValues ? 2 : 1);
     return &archive.stats;
   }
 
- private:
   // The controls from the size row down, as the template has them open.
   void collectExpandedPart() {
     RECT first;
@@ -176,12 +167,23 @@ class TLimitDlg : public TCondDlg {
                  SWP_NOZORDER | SWP_NOACTIVATE);
   }
 
+  LComboBox* boxes_[kFieldCount] = {};
   int32_t& expanded_;
   int32_t extraHeight_ = 0;
   LArrOf<HWND> expandedPart_;
 };
 
-// "ADD_COND_DLG": the conditions that files on disk can meet.
+TPickButton::TPickButton(TLimitDlg& dialog, int32_t field)
+    : LButton(dialog, IDC_COND_PICK + field), owner_(dialog), field_(field) {}
+
+int TPickButton::onClick() {
+  owner_.pick(field_);
+  return 0;
+}
+
+// "ADD_COND_DLG": the conditions that files on disk can meet. It has no
+// pickers: their candidates come from the archive, not from the files to
+// add.
 class TAddCondDlg : public TCondDlg {
  public:
   explicit TAddCondDlg(TCond& cond) : TCondDlg("ADD_COND_DLG", "add_conditions", cond) {

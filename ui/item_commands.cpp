@@ -1,11 +1,10 @@
 // The commands on items that run on the main thread to their end, with no
 // worker: paste, open with the default application and new folder.
-#include <algorithm>
-
 #include "app/app.h"
 #include "app/worker.h"
 #include "archive/archive.h"
 #include "archive/record.h"
+#include "lib/alloc.h"
 #include "lib/msg.h"
 #include "lib/strfunc.h"
 #include "lib/sys.h"
@@ -33,10 +32,54 @@ class ClipboardHold {
 };
 
 // The version a selected record stands for: a file its newest one; a
-// folder none.
+// folder, or a record that is gone, none.
 TVer* versionOf(TRec* rec) {
+  if (rec == nullptr) return nullptr;
   if (rec->isVer()) return static_cast<TVer*>(rec);
   return rec->isFile() ? rec->latestVer() : nullptr;
+}
+
+// Where a record stands in the tree: its names from the root and, for a
+// version, its index in its file. It finds the record again in a tree read
+// anew from the archive, where the old pointers are gone.
+class TRecPlace {
+ public:
+  KST_POOLED_NEW
+  explicit TRecPlace(const TRec* rec)
+      : verIndex_(rec->isVer() ? static_cast<const TVer*>(rec)->IndexInFile(false) : -1) {
+    LArrOf<const char*> names;
+    rec->pathNames(names);
+    for (const char* name : names) names_.add(new LStr(name));
+  }
+
+  // The record at this place below root; null when there is none.
+  TRec* find(TFolder* root) const {
+    LArrOf<const char*> names;
+    for (const LStr* name : names_) names.add(name->ptr);
+    names.add(nullptr);
+    TRec* rec = root->findPath(names.begin());
+    if (rec == nullptr || verIndex_ < 0) return rec;
+    if (!rec->isFile() || verIndex_ >= rec->childCount()) return nullptr;
+    return static_cast<TFile*>(rec)->version(verIndex_);
+  }
+
+ private:
+  LStrs names_;
+  int32_t verIndex_;
+};
+
+// Takes the archive back to its state on disk after a failed copy. The new
+// tree replaces the records of the selection: those from `from` on are
+// looked up in it again, and those it no longer has (a rename that was not
+// written, say) become null.
+void reloadKeeping(TMainView& view, TRecList& records, int32_t from) {
+  LArrOf<TRecPlace*, LDelete<TRecPlace*>> places;
+  for (int32_t i = from; i < records.count; i++) places.add(new TRecPlace(records[i]));
+  FResetWork();
+  FArchive()->reloadArchive();
+  view.archiveReloaded();
+  for (int32_t i = from; i < records.count; i++)
+    records[i] = places[i - from]->find(FArchive()->root);
 }
 }  // namespace
 
@@ -53,8 +96,8 @@ void TMainLogic::fcPaste() {
 void TMainLogic::fcOpenWithApp() {
   TRecList records;
   view_.selection(records);
-  int32_t count = std::min(records.count, kOpenMax);
-  for (int32_t i = 0; i < count; i++) {
+  if (records.count > kOpenMax) records.removeRange(kOpenMax, records.count - kOpenMax);
+  for (int32_t i = 0; i < records.count; i++) {
     TVer* ver = versionOf(records[i]);
     if (ver == nullptr) continue;
     TWorkSet& work = *FWorkSet();
@@ -73,13 +116,9 @@ void TMainLogic::fcOpenWithApp() {
     try {
       FExtractVer(ver, path.ptr);
     } catch (int) {
-      // The archive is taken back to its state on disk; the records of
-      // the selection may have gone with the tree, so the rest waits for
-      // the user to choose again.
-      FResetWork();
-      FArchive()->reloadArchive();
-      view_.archiveReloaded();
-      return;
+      // This record's copy is given up; the next ones go on.
+      reloadKeeping(view_, records, i + 1);
+      continue;
     }
     int32_t result = view_.openWithDefaultApp(path.ptr);
     if (result > 32) continue;

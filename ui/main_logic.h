@@ -58,7 +58,8 @@ class TMainLogic {
   void fcPaste();
   // The selected versions (a file: its newest), at most ten, each written
   // to its copy in the work folder and opened with the system's default
-  // application for it.
+  // application for it. A copy that fails reads the archive again, and the
+  // rest of the selection goes on in the new tree.
   void fcOpenWithApp();
   // A folder "新しいフォルダ" (or "(2)", "(3)"... when taken) as the last
   // child of the tree pane's selected folder; null when busy or when a

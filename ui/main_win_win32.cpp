@@ -355,8 +355,11 @@ void TMainWin::renamed(TRec*) { updateCommands(); }
 void TMainWin::startRename() {
   if (FBusy(1)) return;
   if (list_.hasFocus()) {
-    int32_t row = list_.focusedRow();
-    if (row >= 0) list_.editLabel(row);
+    // The focus mark may rest on a row that is not selected; only a
+    // selected row is renamed.
+    LInts rows;
+    list_.selectedRows(rows);
+    if (rows.count > 0) list_.editLabel(rows[0]);
     return;
   }
   HTREEITEM node = tree_.selected();

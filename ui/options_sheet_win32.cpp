@@ -3,6 +3,7 @@
 #include "app/app.h"
 #include "app/config.h"
 #include "ui/command_table.h"
+#include "ui/help_page_win32.h"
 #include "ui/resource_ids.h"
 
 int TMoveButton::onClick() {
@@ -49,8 +50,13 @@ void TColumnLists::move(TColumnMove move) {
   hiddenList_.load();
 }
 
+int TOptPage::onHelp() {
+  FOpenHelpPage(hwnd, "options");
+  return 0;
+}
+
 TOptGeneralPage::TOptGeneralPage(TApp& app)
-    : LPropPage("OPT_GENERAL_DLG", "全般"),
+    : TOptPage("OPT_GENERAL_DLG", "全般"),
       app_(app),
       skipEquDtF_(app.skipEquDtF),
       skipEquF_(app.skipEquF),
@@ -68,7 +74,7 @@ int TOptGeneralPage::onOk() {
 }
 
 TOptColumnPage::TOptColumnPage(TApp& app)
-    : LPropPage("OPT_COLUMN_DLG", "列の定義"),
+    : TOptPage("OPT_COLUMN_DLG", "列の定義"),
       app_(app),
       files_(*this, IDC_OPT_FILE_COLUMNS, app.fcols, "表示する列(&W):", "表示しない列(&Z):"),
       versions_(*this, IDC_OPT_VERSION_COLUMNS, app.vcols, "表示する列(&R):", "表示しない列(&C):") {

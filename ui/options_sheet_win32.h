@@ -67,7 +67,14 @@ class TColumnLists {
   LListBox hiddenList_;
 };
 
-class TOptGeneralPage : public LPropPage {
+// A page of the options: F1 on it opens the options' page of the help.
+class TOptPage : public LPropPage {
+ public:
+  using LPropPage::LPropPage;
+  int onHelp() override;
+};
+
+class TOptGeneralPage : public TOptPage {
  public:
   explicit TOptGeneralPage(TApp& app);
   int onOk() override;
@@ -83,7 +90,7 @@ class TOptGeneralPage : public LPropPage {
   LDirButton browse_;
 };
 
-class TOptColumnPage : public LPropPage {
+class TOptColumnPage : public TOptPage {
  public:
   explicit TOptColumnPage(TApp& app);
   int onOk() override;

@@ -23,15 +23,27 @@ class TValuePickDlg : public THelpedDialog {
  public:
   TValuePickDlg(const char* what, const LStrs& candidates)
       : THelpedDialog("STR_INPUT", "pickers"),
+        candidates_(candidates),
         promptBox_(*this, IDC_PICK_PROMPT, prompt_),
         value_(*this, IDC_PICK_VALUE, chosen, candidates) {
     prompt_.format("%sを選択または入力してください", what);
     value_.takesFocus = true;
     centredOnOwner = true;
   }
+  // The "..." of a cut list would search for three dots: the user is asked
+  // again for a value, in an emptied box.
+  int onOk() override {
+    if (!FIsRestEntry(candidates_, chosen.ptr)) return 1;
+    FMsg(kMsgWarning, "%s", prompt_.ptr);
+    chosen.clear();
+    value_.load();
+    SetFocus(value_.hwnd);
+    return 0;
+  }
   LStr chosen;
 
  private:
+  const LStrs& candidates_;
   LStr prompt_;
   LTextBox promptBox_;
   LComboBox value_;

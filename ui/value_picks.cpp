@@ -10,6 +10,10 @@
 
 const char* const kNoCandidates = "有効な候補がありません";
 
+namespace {
+const char kRestEntry[] = "...";
+}
+
 const LHash* FCandidateIds(const TStats& stats, int32_t field) {
   switch (field) {
     case kFieldName:
@@ -39,10 +43,14 @@ bool FValueCandidates(const LHash& ids, const TStringTable& strings, LStrs& out)
   for (int32_t i = 0; i < texts.count; i++) {
     if (i > 0 && std::strcmp(texts[i - 1], texts[i]) == 0) continue;
     if (out.count == kMaxCandidates) {
-      out.add(new LStr("..."));
+      out.add(new LStr(kRestEntry));
       break;
     }
     out.add(new LStr(texts[i]));
   }
   return out.count > 0;
+}
+
+bool FIsRestEntry(const LStrs& candidates, const char* text) {
+  return candidates.count > kMaxCandidates && std::strcmp(text, kRestEntry) == 0;
 }

@@ -22,3 +22,7 @@ const LHash* FCandidateIds(const TStats& stats, int32_t field);
 // The texts of the ids in their order of text, each once; false when there
 // are none.
 bool FValueCandidates(const LHash& ids, const TStringTable& strings, LStrs& out);
+// True when text is the last "..." of a cut list of candidates: it stands
+// for the rest and is no value a field can take. A list that was not cut
+// may hold "..." as a real value.
+bool FIsRestEntry(const LStrs& candidates, const char* text);

@@ -130,6 +130,20 @@ TEST_F(ValuePickTest, TheListIsCutAtAThousandWithALastEllipsis) {
   EXPECT_STREQ("...", out[1000]->ptr);
 }
 
+TEST_F(ValuePickTest, TheEllipsisOfACutListIsNoValueButAStoredOneIs) {
+  LHash ids(LHash::kInts);
+  add(ids, "...");  // a comment that is three dots
+  LStrs out;
+  ASSERT_TRUE(FValueCandidates(ids, strings, out));
+  EXPECT_FALSE(FIsRestEntry(out, "..."));
+  for (int i = 0; i < 1000; i++) add(ids, LStr().format("n%04d", i).ptr);
+  ASSERT_TRUE(FValueCandidates(ids, strings, out));
+  ASSERT_EQ(1001, out.count);
+  EXPECT_TRUE(FIsRestEntry(out, "..."));
+  EXPECT_FALSE(FIsRestEntry(out, "n0999"));
+  EXPECT_FALSE(FIsRestEntry(out, ""));
+}
+
 TEST_F(ValuePickTest, EachValuesFieldHasItsSet) {
   TStats stats;
   EXPECT_EQ(&stats.names, FCandidateIds(stats, kFieldName));

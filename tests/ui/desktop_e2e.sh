@@ -86,10 +86,11 @@ close_window() {
   keys "$1" x
 }
 # Search on the root: the conditions dialog, its pickers, the expanded part
-# with a path expression, and the rows it finds. Only 資料/報告書.txt lies in
-# a folder, so a path of some characters other than "/" and then a "/" finds
-# it alone when the text is read as an expression (as a plain text it finds
-# nothing); the first row then opens as its newest version.
+# with a path expression, and the rows it finds. A path of some characters
+# other than "/" and then a "/" finds the files that lie in a folder when the
+# text is read as an expression (as a plain text it finds nothing); every
+# row then opens as its version, and what they open is what kst finds with
+# the same conditions.
 search_on_root() {
   echo "== search on the root with a date range and a path expression"
   # The tree gets the keyboard (the click lands below its items), then its root.
@@ -129,21 +130,36 @@ search_on_root() {
   shot "$main" search.png
   # From the tree to the list, its rows, opened with their applications. As
   # plain text the path would match nothing: the rows prove the expression.
-  # The delete above left 報告書.txt one version, now its first.
-  wine reg add 'HKCR\.txt' /ve /d kstrectext /f >/dev/null 2>&1
-  wine reg add 'HKCR\kstrectext\shell\open\command' /ve \
+  # The date range from the picker spans every day of the archive, so kst
+  # needs the path alone.
+  local expected
+  expected="$(kst find saved.kst / --path '[^/]+/' --path-mode regex --settings "$work/none.ini" |
+    awk 'NR > 1 && NF >= 5 { print $1 " " $3 }' | sort)" || fail "kst find failed"
+  [ -n "$expected" ] || fail "kst finds no version with the search's conditions"
+  local extension
+  for extension in txt kstrec; do
+    wine reg add "HKCR\\.$extension" /ve /d kstrecfound /f >/dev/null 2>&1
+  done
+  wine reg add 'HKCR\kstrecfound\shell\open\command' /ve \
     /d "\"$(winpath "$open_recorder")\" \"$(winpath "$work/found.txt")\" \"%1\"" /f >/dev/null 2>&1
   keys "$main" Tab ctrl+a ctrl+d
+  local rows
+  rows="$(wc -l <<<"$expected")"
   for _ in $(seq 100); do
-    [ -s "$work/found.txt" ] && break
+    [ "$(cat "$work/found.txt" 2>/dev/null | wc -l)" -ge "$rows" ] && break
     sleep 0.1
   done
+  sleep 1  # a row too many would show now
+  # A copy is named stem-Vn, maybe -k when the name was taken, then the
+  # extension: back to the file's name and version number. The recorder
+  # writes the paths in the program's code page.
   local found
-  # The recorder writes the path in the program's code page.
-  found="$(iconv -f CP932 -t UTF-8 "$work/found.txt" 2>/dev/null)" ||
-    fail "the search found no row of 報告書.txt"
-  echo "found and opened: $found"
-  [[ "$found" == *'報告書-V1.txt' ]] || fail "the search row opened $found"
+  found="$(iconv -f CP932 -t UTF-8 "$work/found.txt" 2>/dev/null | tr -d '\r' |
+    sed -E 's#.*\\##; s/^(.*)-V([0-9]+)(-[0-9]+)?(\.[^.]*)?$/\1\4 \2/' | sort)" ||
+    fail "the search's rows opened nothing"
+  echo "found and opened:"
+  echo "$found"
+  [ "$found" = "$expected" ] || fail "the search's rows are not what kst finds: $expected"
 }
 
 # Waits for a background process; its exit code goes to $code.
@@ -158,6 +174,14 @@ kst() {
     *) "$kst_program" "$@" ;;
   esac
 }
+# kst with its output as it is: the content of a version, not text of the
+# console.
+kst_bytes() {
+  case "$kst_program" in
+    *.exe) wine "$kst_program" "$@" ;;
+    *) "$kst_program" "$@" ;;
+  esac
+}
 winpath() { echo "Z:${1//\//\\}"; }
 shot() {
   sleep 1
@@ -165,33 +189,11 @@ shot() {
 }
 
 # The tree shows 資料 selected with its folder docs and its file of two
-# versions, the list pane has the focus. Through the dialogs: one version
-# goes, a pasted folder comes in with a comment, everything is extracted,
-# and a version opens in the application registered for its extension.
+# versions, the list pane has the focus. Through the dialogs: a pasted
+# folder comes in with a comment, everything is extracted while 報告書.txt
+# still has its older version, that version goes, and a version opens in the
+# application registered for its extension.
 command_dialogs() {
-  echo "== the delete dialog removes the older version of a file"
-  # Tree: 資料's first child is the folder docs, the next the file.
-  keys "$main" Tab Right Down
-  # List: the versions, newest first; the last row is the oldest.
-  keys "$main" Tab End Delete
-  local dialog
-  dialog="$(window '^削除$')"
-  shot "$dialog" delete.png
-  keys "$dialog" Return
-  no_window '^削除$'
-  sleep 2
-  local log
-  log="$(kst log saved.kst /資料/報告書.txt --settings "$work/none.ini")"
-  echo "$log"
-  [ "$(grep -c '^ *[0-9]' <<<"$log")" = 1 ] || fail "報告書.txt does not have one version left"
-  # The content passes as it is, not as text of the console.
-  local kept
-  case "$kst_program" in
-    *.exe) kept="$(wine "$kst_program" cat saved.kst /資料/報告書.txt --settings "$work/none.ini")" ;;
-    *) kept="$("$kst_program" cat saved.kst /資料/報告書.txt --settings "$work/none.ini")" ;;
-  esac
-  [ "$kept" = '第二版の報告、少し長く' ] || fail "the newest version of 報告書.txt did not stay"
-
   echo "== a folder pasted from the clipboard goes in through the add dialog with a comment and a name condition"
   mkdir "$work/pasted"
   printf '記録する版\n' > "$work/pasted/a.kstrec"
@@ -199,6 +201,7 @@ command_dialogs() {
   wine "$clip_files" "$(winpath "$work/pasted")" || fail "the file list was not put on the clipboard"
   # The root as target: the tree has the focus and its root selected.
   keys "$main" Tab Home ctrl+v
+  local dialog
   dialog="$(window '^追加$')"
   shot "$dialog" add.png
   keys "$dialog" alt+l
@@ -215,6 +218,7 @@ command_dialogs() {
   keys "$dialog" Return
   no_window '^追加$'
   sleep 3
+  local log
   log="$(kst log saved.kst /pasted/a.kstrec --settings "$work/none.ini")"
   echo "$log"
   grep -q 'pasted through the clipboard' <<<"$log" ||
@@ -233,17 +237,38 @@ command_dialogs() {
   keys "$dialog" Return
   no_window '^展開$'
   sleep 3
+  # 報告書.txt has two versions of different contents here.
   [ "$(cat "$work/out/資料/報告書.txt" 2>/dev/null)" = '第二版の報告、少し長く' ] ||
     fail "out/資料/報告書.txt is not the newest version"
   cmp -s "$work/out/pasted/a.kstrec" "$work/pasted/a.kstrec" || fail "out/pasted/a.kstrec differs"
   cmp -s "$work/out/メモ.txt" メモ.txt || fail "out/メモ.txt differs"
 
+  echo "== the delete dialog removes the older version of a file"
+  # Tree: the root's children are the folder pasted, then 資料, whose first
+  # child is the folder docs and the next the file. The second Right opens
+  # 資料 when it is closed; on docs, which is empty, it does nothing.
+  keys "$main" Home Down Down Right Right Down
+  # List: the versions, newest first; the last row is the oldest.
+  keys "$main" Tab End Delete
+  dialog="$(window '^削除$')"
+  shot "$dialog" delete.png
+  keys "$dialog" Return
+  no_window '^削除$'
+  sleep 2
+  log="$(kst log saved.kst /資料/報告書.txt --settings "$work/none.ini")"
+  echo "$log"
+  [ "$(grep -c '^ *[0-9]' <<<"$log")" = 1 ] || fail "報告書.txt does not have one version left"
+  local kept
+  kept="$(kst_bytes cat saved.kst /資料/報告書.txt --settings "$work/none.ini")"
+  [ "$kept" = '第二版の報告、少し長く' ] || fail "the newest version of 報告書.txt did not stay"
+
   echo "== Ctrl+D opens a version with the application of its extension"
   wine reg add 'HKCR\.kstrec' /ve /d kstrecfile /f >/dev/null 2>&1
   wine reg add 'HKCR\kstrecfile\shell\open\command' /ve \
     /d "\"$(winpath "$open_recorder")\" \"$(winpath "$work/opened.txt")\" \"%1\"" /f >/dev/null 2>&1
-  # Tree: the root's first child is the folder pasted, its first child a.kstrec.
-  keys "$main" Down Right Right ctrl+d
+  # Tree: from the list back to the tree, to the root's first child, the
+  # folder pasted, and to its first child a.kstrec.
+  keys "$main" Tab Home Down Right Right ctrl+d
   for _ in $(seq 100); do
     [ -s "$work/opened.txt" ] && break
     sleep 0.1
@@ -252,7 +277,8 @@ command_dialogs() {
   opened="$(cat "$work/opened.txt" 2>/dev/null)" || fail "the application was not started"
   echo "opened: $opened"
   [[ "$opened" == *'a-V1.kstrec' ]] || fail "the application was given $opened"
-  cmp -s "$(winepath -u "$opened" 2>/dev/null)" "$work/pasted/a.kstrec" ||
+  cmp -s "$(winepath -u "$opened" 2>/dev/null)" \
+    <(kst_bytes cat saved.kst /pasted/a.kstrec -v 1 --settings "$work/none.ini") ||
     fail "the opened copy does not hold the version"
 
   echo "== the registration dialog, reached by its command id alone, takes a name"
@@ -348,6 +374,18 @@ open_options() {
 open_options
 options="$(window '^オプション$')"
 shot "$options" options-general.png
+# F1 on a page opens the options' page of the help.
+wine reg add 'HKCR\.html' /ve /d kstrechelp /f >/dev/null 2>&1
+wine reg add 'HKCR\kstrechelp\shell\open\command' /ve \
+  /d "\"$(winpath "$open_recorder")\" \"$(winpath "$work/help.txt")\" \"%1\"" /f >/dev/null 2>&1
+keys "$options" F1
+for _ in $(seq 100); do
+  [ -s "$work/help.txt" ] && break
+  sleep 0.1
+done
+help_page="$(cat "$work/help.txt" 2>/dev/null)" || fail "F1 in the options opened no help"
+echo "help: $help_page"
+[[ "$help_page" == *'\help\options.html' ]] || fail "F1 in the options opened $help_page"
 # Undone by the Escape below.
 keys "$options" alt+k
 # The tab of the second page, as a user clicks it: Wine's sheet leaves

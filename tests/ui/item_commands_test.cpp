@@ -74,20 +74,34 @@ TEST_F(ItemCommandsTest, TheSameVersionAgainRewritesItsCopy) {
   EXPECT_EQ(TestReadFile(view.opened[0].c_str()), "original");
 }
 
-TEST_F(ItemCommandsTest, AFailedCopyReadsTheArchiveAgainAndStops) {
+TEST_F(ItemCommandsTest, AFailedCopyReadsTheArchiveAgainAndTheNextGoesOn) {
   TFile* first = addVersions("a.txt", {"original"});
-  TFile* second = addVersions("b.txt", {"other"});
+  TFile* second = addVersions("b.txt", {"older", "newer"});
+  TFile* renamed = addVersions("c.txt", {"c"});
   view.selected.add(first);
   logic.fcOpenWithApp();
   ASSERT_EQ(view.opened.size(), 1u);
   // The copy's place is taken by a folder that cannot be written as a file.
   SysDeleteFile(view.opened[0].c_str());
   SysMakeFolder(view.opened[0].c_str());
+  // A rename that was never written: reading the archive again undoes it,
+  // and the record it named is not there any more.
+  renamed->setName("d.txt");
+  archive->treeDirty = 1;
+  view.selected.add(second->version(0));
+  view.selected.add(renamed);
   view.selected.add(second);
   logic.fcOpenWithApp();
   EXPECT_EQ(view.reloads, 1);
-  EXPECT_EQ(view.opened.size(), 1u);
   EXPECT_EQ(recorder->boxes.count, 1);
+  // The records after the failure are found again in the tree read anew,
+  // a version by its place in its file.
+  ASSERT_EQ(view.opened.size(), 3u);
+  EXPECT_EQ(view.opened[1], work("b-V1.txt"));
+  EXPECT_EQ(view.opened[2], work("b-V2.txt"));
+  EXPECT_EQ(TestReadFile(view.opened[1].c_str()), "older");
+  EXPECT_EQ(TestReadFile(view.opened[2].c_str()), "newer");
+  EXPECT_EQ(archive->root->findChild("d.txt"), nullptr);
 }
 
 TEST_F(ItemCommandsTest, TenAtMostAndFoldersSkipped) {
