@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
 # The desktop program end to end, under Wine on a virtual display of its own:
-# files given on the command line go into the untitled archive, which is
-# saved with Ctrl+S through the save dialog; kst finds both files in it; a
-# second copy started on the same archive hands it to the first and leaves;
+# files and a folder given on the command line go into the untitled
+# archive; Return on a file in the tree and on its version in the list opens
+# it once with its application; the archive is saved with Ctrl+S through the
+# save dialog, and kst finds the files in it; a second copy started on the
+# same archive hands it to the first and leaves;
 # a new folder takes the name typed into it; the dialogs of the commands
 # delete one version, add a folder pasted from the clipboard with a comment
 # and a name condition, and extract the newest versions into a typed
@@ -22,8 +24,8 @@
 #                       POST_COMMAND_EXE
 # KST_PROGRAM is kst for this machine, or kst.exe (run under Wine).
 # CLIP_FILES_EXE puts a file list on the clipboard; OPEN_RECORDER_EXE is the
-# application of the extension .kstrec, which records the path it opens;
-# POST_COMMAND_EXE sends a command id to the main window.
+# application of the extension .kstrec, which records each path it opens on
+# a line; POST_COMMAND_EXE sends a command id to the main window.
 set -euo pipefail
 kestrom="$(realpath "$1")"
 kst_program="$(realpath "$2")"
@@ -275,14 +277,44 @@ command_dialogs() {
 cd "$work"
 mkdir 資料
 printf 'Kestrom のメモ\n' > メモ.txt
+printf '手順を記録する\n' > 手順.kstrec
 printf '第一版の報告\n' > 資料/報告書.txt
 ini="$(winpath "$work/settings.ini")"
+# Waits until the record file $1 has $2 lines, and a little longer, so that
+# a second start of the application would be seen too.
+opened_times() {
+  for _ in $(seq 100); do
+    [ "$(wc -l <"$1" 2>/dev/null || echo 0)" -ge "$2" ] && break
+    sleep 0.1
+  done
+  sleep 2
+  local lines
+  lines="$(wc -l <"$1" 2>/dev/null || echo 0)"
+  [ "$lines" = "$2" ] ||
+    fail "the application was started $lines times instead of $2: $(iconv -f CP932 -t UTF-8 "$1")"
+}
 
-echo "== files on the command line go into the untitled archive; Ctrl+S saves it"
-wine "$kestrom" "-cf:$ini" メモ.txt 資料 &
+echo "== two files and a folder on the command line go into the untitled archive"
+wine "$kestrom" "-cf:$ini" メモ.txt 手順.kstrec 資料 &
 first=$!
 main="$(window '^Kestrom - ')"
 sleep 3
+
+echo "== Return opens a file of the tree, then its version in the list, once each"
+wine reg add 'HKCR\.kstrec' /ve /d kstrecfile /f >/dev/null 2>&1
+wine reg add 'HKCR\kstrecfile\shell\open\command' /ve \
+  /d "\"$(winpath "$open_recorder")\" \"$(winpath "$work/returned.txt")\" \"%1\"" /f >/dev/null 2>&1
+# Tree: the root's last node is 手順.kstrec, behind the folder and メモ.txt.
+keys "$main" End Return
+opened_times "$work/returned.txt" 1
+# List: the one version of the file.
+keys "$main" Tab ctrl+a Return
+opened_times "$work/returned.txt" 2
+# The recorder writes the paths in the program's code page.
+[ "$(LC_ALL=C grep -c -- '-V1\.kstrec$' "$work/returned.txt")" = 2 ] ||
+  fail "Return opened $(iconv -f CP932 -t UTF-8 "$work/returned.txt")"
+
+echo "== Ctrl+S saves the untitled archive"
 keys "$main" ctrl+s
 save="$(window '名前を付けて保存')"
 keys "$save" ctrl+a
@@ -298,6 +330,7 @@ listing="$(kst ls saved.kst / --settings "$work/none.ini" 2>&1 || true)
 $(kst ls saved.kst /資料 --settings "$work/none.ini" 2>&1 || true)"
 echo "$listing"
 grep -q 'メモ.txt' <<<"$listing" || fail "kst does not find メモ.txt"
+grep -q '手順.kstrec' <<<"$listing" || fail "kst does not find 手順.kstrec"
 grep -q '報告書.txt' <<<"$listing" || fail "kst does not find 報告書.txt"
 
 echo "== an archive given with -af: opens; its tree and versions show"
