@@ -275,21 +275,18 @@ int TMainWin::onInitMenuPopup(HMENU menu) {
 }
 
 void TMainWin::showHelp(int32_t id) {
-  setStatusPart(1, id == 0 ? "" : FHelpText(id, app_.mru).ptr);
+  LStr help = id == 0 ? LStr() : FHelpText(id, app_.mru);
+  status_.setText(1, statusLine_.help(help.ptr));
 }
 
 int TMainWin::onMenuSelect(int id, int flags) {
-  if (flags == 0xFFFF) {
-    setStatusPart(1, idleStatus_.ptr);
-    return 1;
-  }
-  if (!(flags & MF_POPUP)) showHelp(id);
+  // 0xFFFF: the menu closed.
+  showHelp(flags == 0xFFFF || (flags & MF_POPUP) ? 0 : id);
   return 1;
 }
 
 void TMainWin::setStatusPart(int32_t part, const char* text) {
-  if (part == 1) idleStatus_ = text;
-  status_.setText(part, text);
+  status_.setText(part, part == 1 ? statusLine_.report(text) : text);
 }
 
 void TMainWin::showProgress(bool on) {

@@ -11,6 +11,7 @@
 #include "ui/list_pane_win32.h"
 #include "ui/main_logic.h"
 #include "ui/main_view.h"
+#include "ui/status_line.h"
 #include "ui/tree_pane_win32.h"
 #include "win/lwin.h"
 #include "win/menu.h"
@@ -53,7 +54,8 @@ class TMainWin : public LWin, public TMainView {
   // A pane got the keyboard; the window gives it back there when it is
   // active again.
   void paneFocused(HWND pane) { lastPane_ = pane; }
-  // The status-bar help of a command id, or nothing for 0.
+  // The status-bar help of a command id over the remembered text; 0 ends
+  // the help and brings that text back.
   void showHelp(int32_t id);
   // The worker's command ended without error: panes follow, report shown.
   void commandFinished(TThread& thread);
@@ -138,7 +140,7 @@ class TMainWin : public LWin, public TMainView {
   HWND lastPane_ = nullptr;
   int32_t top_ = 0;     // below the toolbar
   int32_t bottom_ = 0;  // above the status bar
-  LStr idleStatus_;
+  TStatusLine statusLine_;
 };
 
 // The main window, or null.
