@@ -15,6 +15,7 @@
 #include "ui/tree_pane_win32.h"
 #include "win/lwin.h"
 #include "win/menu.h"
+#include "win/split_band.h"
 #include "win/status_bar.h"
 #include "win/toolbar.h"
 
@@ -122,6 +123,8 @@ class TMainWin : public LWin, public TMainView {
   void openHomePage();
   void fcRegister();
   bool inSplitter(int x, int y);
+  // The width of the left pane for a splitter released at x.
+  int32_t splitAt(int x);
 
   TApp& app_;
   TConfig& config_;
@@ -137,6 +140,7 @@ class TMainWin : public LWin, public TMainView {
   LMenu* popups_[4] = {};
   HFONT font_ = nullptr;
   bool dragging_ = false;
+  LSplitBand band_;
   HWND lastPane_ = nullptr;
   int32_t top_ = 0;     // below the toolbar
   int32_t bottom_ = 0;  // above the status bar
