@@ -665,6 +665,8 @@ bool TMainWin::documentsFolder(LStr& folder) {
   return true;
 }
 
+LStr TMainWin::programFolder() { return FDirOf(FProgramPath().ptr, /*keepSep=*/false); }
+
 void TMainWin::setTitle(const char* windowTitle, const char* rootLabel) {
   SetWindowTextA(hwnd, windowTitle);
   HTREEITEM root = tree_.root();

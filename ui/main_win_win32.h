@@ -74,6 +74,7 @@ class TMainWin : public LWin, public TMainView {
   bool runExtractDialog(LStr& destination, const TRecList& records, TCond& cond) override;
   bool runDeleteDialog(const TRecList& records, TCond& cond) override;
   bool documentsFolder(LStr& folder) override;
+  LStr programFolder() override;
   void setTitle(const char* windowTitle, const char* rootLabel) override;
   void setStatus(const char* text) override { setStatusPart(1, text); }
   void updateCommands() override;
