@@ -5,6 +5,7 @@
 #include "app/app.h"
 #include "archive/archive.h"
 #include "archive/record.h"
+#include "lib/fail.h"
 #include "lib/strfunc.h"
 #include "ui/command_table.h"
 
@@ -12,6 +13,15 @@ void FFolderRows(const TFolder* folder, TRecList& out) {
   out.clear();
   for (TRec* child : folder->children)
     if (child->isFolder() || child->childCount() > 0) out.add(child);
+  FSortForDisplay(out);
+}
+
+void FTreeChildren(const TFolder* folder, TRecList& out) {
+  out.clear();
+  for (TRec* child : folder->children) {
+    if (!child->isFolder() && !child->isFile()) FInternalBox(1269);
+    out.add(child);
+  }
   FSortForDisplay(out);
 }
 

@@ -61,6 +61,27 @@ TEST_F(PaneTest, FolderRowsPutFoldersFirstAndSkipFilesWithoutVersions) {
   EXPECT_STREQ("フォルダ数：2  ファイル数：3  合計：5", FFolderStatus(archive->root).ptr);
 }
 
+TEST_F(PaneTest, TreeNodesKeepFilesWithoutVersionsAndFollowARename) {
+  TRecList nodes;
+  FTreeChildren(archive->root, nodes);
+  std::vector<std::string> names;
+  for (TRec* r : nodes) names.push_back(r->name());
+  EXPECT_EQ((std::vector<std::string>{"z資料", "Ｂフォルダ", "a.txt", "b.txt", "空.txt"}), names);
+  // The order comes from the names of now: a renamed file moves on the
+  // next expand.
+  ASSERT_TRUE(FRenameRecord(small, "0.txt"));
+  FTreeChildren(archive->root, nodes);
+  EXPECT_EQ(small, nodes[2]);
+}
+
+TEST_F(PaneTest, AVersionAmongAFoldersChildrenIsAnInternalFailure) {
+  sub->addChild(new TVer);
+  TRecList nodes;
+  EXPECT_THROW(FTreeChildren(sub, nodes), int);
+  ASSERT_EQ(1, recorder->boxes.count);
+  EXPECT_STREQ("Kestrom エラー #3000|Internal Error #1269", recorder->boxes[0]->ptr);
+}
+
 TEST_F(PaneTest, VersionRowsStartWithTheNewest) {
   TRecList rows;
   FVersionRows(big, rows);
