@@ -88,13 +88,9 @@ bool FRenameRecord(TRec* rec, const char* text) {
   if (!rec->isFolder() && !rec->isFile()) return false;
   if (rec->isRoot()) return false;
   TRecF* named = static_cast<TRecF*>(rec);
-  try {
-    // No record is passed as the one being renamed: its own present name is
-    // a clash too, so that an edit that changes nothing says so.
-    if (!FCheckNewName(static_cast<const TRecF*>(rec->parent), text, nullptr)) return false;
-  } catch (int) {
-    return false;
-  }
+  // No record is passed as the one being renamed: its own present name is
+  // a clash too, so that an edit that changes nothing says so.
+  if (!FCheckNewName(static_cast<const TRecF*>(rec->parent), text, nullptr)) return false;
   named->setName(text);
   FArchive()->treeDirty = 1;
   return true;

@@ -110,15 +110,18 @@ TEST_F(PaneTest, SizesWithCommasSortByValue) {
 
 TEST_F(PaneTest, RenameRefusals) {
   EXPECT_FALSE(FRenameRecord(small, ""));
-  EXPECT_EQ(0, recorder->boxes.count);
+  EXPECT_EQ(0, recorder->entries.count);
   EXPECT_FALSE(FRenameRecord(small, "b.txt"));  // its own name
   EXPECT_FALSE(FRenameRecord(small, "A.TXT"));  // a sibling, in other letters
   EXPECT_FALSE(FRenameRecord(small, "x;y"));
   EXPECT_FALSE(FRenameRecord(small, "x,y"));
   EXPECT_FALSE(FRenameRecord(small, "x?y"));
-  ASSERT_EQ(5, recorder->boxes.count);
-  EXPECT_NE(nullptr, strstr(recorder->boxes[0]->ptr, "項目 'b.txt' はすでに存在します"));
-  EXPECT_NE(nullptr, strstr(recorder->boxes[2]->ptr, "文字 ';' は使用できません"));
+  // Refused input is a warning to the user, not an error that ends a command.
+  EXPECT_EQ(0, recorder->boxes.count);
+  ASSERT_EQ(5, recorder->entries.count);
+  for (TestRecorder::Entry* refusal : recorder->entries) EXPECT_EQ(kMsgWarning, refusal->number);
+  EXPECT_STREQ("項目 'b.txt' はすでに存在します", recorder->entries[0]->text.ptr);
+  EXPECT_STREQ("文字 ';' は使用できません", recorder->entries[2]->text.ptr);
   EXPECT_FALSE(FRenameRecord(big->version(0), "v.txt"));
   EXPECT_FALSE(FRenameRecord(archive->root, "root"));
   EXPECT_EQ(0, archive->treeDirty);
