@@ -139,8 +139,10 @@ bool FCheckNewName(const TRecF* parent, const char* name, const TRec* renaming) 
   if (name == nullptr || *name == 0) return false;
   // A record renamed to its own name in other letter cases is no clash.
   TRec* existing = parent->findChild(name);
-  if (existing != nullptr && existing != renaming)
-    FError(kMsgErrorBox, "項目 '%s' はすでに存在します", name);
+  if (existing != nullptr && existing != renaming) {
+    FMsg(kMsgWarning, "項目 '%s' はすでに存在します", name);
+    return false;
+  }
   const char* forbidden = "\\/:;,*?\"<>|";
   for (int32_t i = 0; name[i] != 0; i++) {
     unsigned char c = static_cast<unsigned char>(name[i]);
@@ -150,8 +152,10 @@ bool FCheckNewName(const TRecF* parent, const char* name, const TRec* renaming) 
       continue;
     }
     for (const char* f = forbidden; *f; f++)
-      if (c == static_cast<unsigned char>(*f))
-        FError(kMsgErrorBox, "文字 '%c' は使用できません", c);
+      if (c == static_cast<unsigned char>(*f)) {
+        FMsg(kMsgWarning, "文字 '%c' は使用できません", c);
+        return false;
+      }
   }
   return true;
 }

@@ -135,7 +135,8 @@ int FCompareForDisplay(const TRec* a, const TRec* b);
 // Sorts an array of records for display.
 void FSortForDisplay(LArrOf<TRec*>& records);
 
-// The rule for names the user makes: empty names are ignored (false), a
-// sibling of the same name and the characters \/:;,*?"<>| are refused with
-// an error box. True when the name may be used.
+// The rule for names the user makes: an empty name is ignored (false, and
+// nothing said); a sibling of the same name and the characters \/:;,*?"<>|
+// are a refusal of the user's input, said as a warning (20000), and give
+// false. True when the name may be used.
 bool FCheckNewName(const TRecF* parent, const char* name, const TRec* renaming);

@@ -27,8 +27,9 @@ TRec* addTarget(TArchive& archive, const char* path) {
     }
     TFolder* folder = static_cast<TFolder*>(rec);
     rec = folder->findChild(name->ptr);
-    if (rec == nullptr && FCheckNewName(folder, name->ptr, nullptr))
-      rec = folder->addFolder(name->ptr);
+    if (rec != nullptr) continue;
+    if (!FCheckNewName(folder, name->ptr, nullptr)) return nullptr;
+    rec = folder->addFolder(name->ptr);
   }
   return rec;
 }

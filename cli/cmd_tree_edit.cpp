@@ -54,10 +54,11 @@ int FRunMv(TCliContext& context) {
   TRecF* named = static_cast<TRecF*>(rec);
   // An empty name is dropped by the rules without a message; here it is an
   // error, since nothing would be done.
-  if (!FCheckNewName(static_cast<TRecF*>(rec->parent), name, rec)) {
+  if (*name == 0) {
     FMsg(kMsgGeneral, "新しい名前がありません");
     return 1;
   }
+  if (!FCheckNewName(static_cast<TRecF*>(rec->parent), name, rec)) return 1;
   named->setName(name);
   return commitTree(archive);
 }

@@ -79,12 +79,18 @@ void TDesktopMsg::output(int number, const char* position, const char* /*level*/
     // Plain messages are traces; the desktop has no console to show them.
     return;
   }
-  LStr title("Kestrom ");
-  title.append(number < kMsgWarning ? "エラー" : number < 39999 ? "警告" : "メッセージ");
+  // The number stays out of these titles: only the boxes of FError, FWarn
+  // and FInfo carry it.
+  char kind = number < kMsgWarning ? 'e' : number < 39999 ? 'w' : 'm';
+  LStr title;
+  title.format("%s %s", titleWord_.ptr,
+               kind == 'e'   ? "エラー"
+               : kind == 'w' ? "警告"
+                             : "メッセージ");
   LStr body;
   if (position != nullptr) body.format("%s: ", position);
   body.append(text);
-  showBox(number < kMsgWarning ? 'e' : number < 39999 ? 'w' : 'm', title.ptr, body.ptr);
+  showBox(kind, title.ptr, body.ptr);
 }
 
 int TDesktopMsg::showBox(char kind, const char* title, const char* text) {

@@ -51,6 +51,12 @@ class TDesktopUi : public TWorkerUi {
 
 class TDesktopMsg : public TMsg {
  public:
+  // The first word of the titles of reported messages: the maker's name
+  // until start-up has read its settings, then the program's.
+  void setTitleWord(const char* word) { titleWord_ = word; }
   void output(int number, const char* position, const char* level, const char* text) override;
   int showBox(char kind, const char* title, const char* text) override;
+
+ private:
+  LStr titleWord_{"Orva Software Ltd."};
 };

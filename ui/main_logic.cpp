@@ -168,7 +168,7 @@ void TMainLogic::fcOpen() {
     if (!a.isUntitled())
       choice.folder = a.folder;
     else if (!view_.documentsFolder(choice.folder))
-      choice.folder.clear();
+      choice.folder = view_.programFolder();
   }
   if (!view_.chooseArchivesToOpen(choice) || choice.chosen.count == 0) return;
   app_.arcDlgDir = FDirOf(choice.chosen[0]->ptr, /*keepSep=*/false);

@@ -52,6 +52,8 @@ class TMainView : public TRunningCopies {
   virtual bool runDeleteDialog(const TRecList& records, TCond& cond) = 0;
   // The user's documents folder; false when there is none.
   virtual bool documentsFolder(LStr& folder) = 0;
+  // The folder of the running program.
+  virtual LStr programFolder() = 0;
 
   virtual void setTitle(const char* windowTitle, const char* rootLabel) = 0;
   virtual void setStatus(const char* text) = 0;

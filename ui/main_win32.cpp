@@ -10,6 +10,7 @@
 #include "app/app.h"
 #include "app/command_line.h"
 #include "app/config.h"
+#include "app/product.h"
 #include "app/work_dir.h"
 #include "app/worker_ui.h"
 #include "archive/archive.h"
@@ -48,7 +49,8 @@ int messageLoop() {
 }  // namespace
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
-  FSetReporter(new TDesktopMsg);
+  TDesktopMsg* reporter = new TDesktopMsg;
+  FSetReporter(reporter);
   LMainThread* mainThread = new LMainThread;
   FSetMainThread(mainThread);
   InitCommonControls();
@@ -82,6 +84,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     FMakeWorkDir(*app);
     app->fixSettings(screenWidth, screenHeight);
     FSetCodecSettings(&app->codec);
+    reporter->setTitleWord(kProductName);
     if (start.openLast && start.archivePath.empty() && app->mru.count > 0)
       start.archivePath = *app->mru[0];
     if (FindWindowA(kMainClass, nullptr) != nullptr) config->otherInstance = 1;

@@ -199,29 +199,40 @@ bool TMainWin::inSplitter(int x, int y) {
   return x >= app_.leftWidth && x < app_.leftWidth + kSplitGap && y >= top_ && y < bottom_;
 }
 
+int32_t TMainWin::splitAt(int x) {
+  // Each pane keeps a strip that the pointer can take hold of.
+  const int kKeep = 10;
+  RECT client;
+  GetClientRect(hwnd, &client);
+  int most = static_cast<int>(client.right) - kKeep - kSplitGap;
+  return x < kKeep ? kKeep : x > most ? most : x;
+}
+
 int TMainWin::onLButtonDown(int x, int y) {
   if (!inSplitter(x, y)) return 1;
   dragging_ = true;
   SetCapture(hwnd);
+  onMouseMove(x, y);
   return 0;
 }
 
 int TMainWin::onMouseMove(int x, int) {
   if (!dragging_) return 1;
-  RECT client;
-  GetClientRect(hwnd, &client);
-  if (x >= 10 && x < client.right - 10) {
-    app_.leftWidth = x;
-    layout();
-  }
+  int32_t left = splitAt(x);
+  band_.show(hwnd, RECT{left, top_, left + kSplitGap, bottom_});
   return 0;
 }
 
-int TMainWin::onLButtonUp(int x, int y) {
+int TMainWin::onLButtonUp(int x, int) {
   if (!dragging_) return 1;
   dragging_ = false;
   ReleaseCapture();
-  onMouseMove(x, y);
+  band_.hide();
+  app_.leftWidth = splitAt(x);
+  layout();
+  // Moved this far at once, the list kept stale pieces of its old picture
+  // under Wine: the panes are drawn anew.
+  RedrawWindow(hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
   return 0;
 }
 
@@ -275,21 +286,18 @@ int TMainWin::onInitMenuPopup(HMENU menu) {
 }
 
 void TMainWin::showHelp(int32_t id) {
-  setStatusPart(1, id == 0 ? "" : FHelpText(id, app_.mru).ptr);
+  LStr help = id == 0 ? LStr() : FHelpText(id, app_.mru);
+  status_.setText(1, statusLine_.help(help.ptr));
 }
 
 int TMainWin::onMenuSelect(int id, int flags) {
-  if (flags == 0xFFFF) {
-    setStatusPart(1, idleStatus_.ptr);
-    return 1;
-  }
-  if (!(flags & MF_POPUP)) showHelp(id);
+  // 0xFFFF: the menu closed.
+  showHelp(flags == 0xFFFF || (flags & MF_POPUP) ? 0 : id);
   return 1;
 }
 
 void TMainWin::setStatusPart(int32_t part, const char* text) {
-  if (part == 1) idleStatus_ = text;
-  status_.setText(part, text);
+  status_.setText(part, part == 1 ? statusLine_.report(text) : text);
 }
 
 void TMainWin::showProgress(bool on) {
@@ -659,6 +667,8 @@ bool TMainWin::documentsFolder(LStr& folder) {
   folder = path;
   return true;
 }
+
+LStr TMainWin::programFolder() { return FDirOf(FProgramPath().ptr, /*keepSep=*/false); }
 
 void TMainWin::setTitle(const char* windowTitle, const char* rootLabel) {
   SetWindowTextA(hwnd, windowTitle);

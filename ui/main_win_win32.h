@@ -11,9 +11,11 @@
 #include "ui/list_pane_win32.h"
 #include "ui/main_logic.h"
 #include "ui/main_view.h"
+#include "ui/status_line.h"
 #include "ui/tree_pane_win32.h"
 #include "win/lwin.h"
 #include "win/menu.h"
+#include "win/split_band.h"
 #include "win/status_bar.h"
 #include "win/toolbar.h"
 
@@ -53,7 +55,8 @@ class TMainWin : public LWin, public TMainView {
   // A pane got the keyboard; the window gives it back there when it is
   // active again.
   void paneFocused(HWND pane) { lastPane_ = pane; }
-  // The status-bar help of a command id, or nothing for 0.
+  // The status-bar help of a command id over the remembered text; 0 ends
+  // the help and brings that text back.
   void showHelp(int32_t id);
   // The worker's command ended without error: panes follow, report shown.
   void commandFinished(TThread& thread);
@@ -71,6 +74,7 @@ class TMainWin : public LWin, public TMainView {
   bool runExtractDialog(LStr& destination, const TRecList& records, TCond& cond) override;
   bool runDeleteDialog(const TRecList& records, TCond& cond) override;
   bool documentsFolder(LStr& folder) override;
+  LStr programFolder() override;
   void setTitle(const char* windowTitle, const char* rootLabel) override;
   void setStatus(const char* text) override { setStatusPart(1, text); }
   void updateCommands() override;
@@ -120,6 +124,8 @@ class TMainWin : public LWin, public TMainView {
   void openHomePage();
   void fcRegister();
   bool inSplitter(int x, int y);
+  // The width of the left pane for a splitter released at x.
+  int32_t splitAt(int x);
 
   TApp& app_;
   TConfig& config_;
@@ -135,10 +141,11 @@ class TMainWin : public LWin, public TMainView {
   LMenu* popups_[4] = {};
   HFONT font_ = nullptr;
   bool dragging_ = false;
+  LSplitBand band_;
   HWND lastPane_ = nullptr;
   int32_t top_ = 0;     // below the toolbar
   int32_t bottom_ = 0;  // above the status bar
-  LStr idleStatus_;
+  TStatusLine statusLine_;
 };
 
 // The main window, or null.

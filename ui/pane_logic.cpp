@@ -5,6 +5,7 @@
 #include "app/app.h"
 #include "archive/archive.h"
 #include "archive/record.h"
+#include "lib/fail.h"
 #include "lib/strfunc.h"
 #include "ui/command_table.h"
 
@@ -12,6 +13,15 @@ void FFolderRows(const TFolder* folder, TRecList& out) {
   out.clear();
   for (TRec* child : folder->children)
     if (child->isFolder() || child->childCount() > 0) out.add(child);
+  FSortForDisplay(out);
+}
+
+void FTreeChildren(const TFolder* folder, TRecList& out) {
+  out.clear();
+  for (TRec* child : folder->children) {
+    if (!child->isFolder() && !child->isFile()) FInternalBox(1269);
+    out.add(child);
+  }
   FSortForDisplay(out);
 }
 
@@ -78,13 +88,9 @@ bool FRenameRecord(TRec* rec, const char* text) {
   if (!rec->isFolder() && !rec->isFile()) return false;
   if (rec->isRoot()) return false;
   TRecF* named = static_cast<TRecF*>(rec);
-  try {
-    // No record is passed as the one being renamed: its own present name is
-    // a clash too, so that an edit that changes nothing says so.
-    if (!FCheckNewName(static_cast<const TRecF*>(rec->parent), text, nullptr)) return false;
-  } catch (int) {
-    return false;
-  }
+  // No record is passed as the one being renamed: its own present name is
+  // a clash too, so that an edit that changes nothing says so.
+  if (!FCheckNewName(static_cast<const TRecF*>(rec->parent), text, nullptr)) return false;
   named->setName(text);
   FArchive()->treeDirty = 1;
   return true;

@@ -20,6 +20,10 @@ enum TListViewKind : char { kViewFolder = 'f', kViewVersions = 'v', kViewSearch 
 // A folder's rows: folders, then files, each group by name; a file with no
 // version has no row.
 void FFolderRows(const TFolder* folder, TRecList& out);
+// A folder's nodes in the tree: folders, then files, each group by name,
+// files without versions included. Any other child breaks the tree, and is
+// internal failure 1269.
+void FTreeChildren(const TFolder* folder, TRecList& out);
 // A file's versions, newest first.
 void FVersionRows(const TFile* file, TRecList& out);
 // The column set of a view: the three short sets, or with allColumns the

@@ -29,22 +29,19 @@ void TTreePane::loadRoot(TFolder* root, const char* label, bool untitled) {
   expand(node, true);
 }
 
-void TTreePane::addChildren(HTREEITEM node, TFolder* folder) {
-  LArrOf<TRec*> children;
-  for (TRec* child : folder->children)
-    if (child->isFolder() || child->isFile()) children.add(child);
-  FSortForDisplay(children);
+void TTreePane::addChildren(HTREEITEM node, TFolder* folder, bool reorder) {
+  TRecList children;
+  FTreeChildren(folder, children);
   LArrOf<HTREEITEM> order;
-  bool added = false;
   for (TRec* child : children) {
     HTREEITEM existing = findChild(node, child->name());
     if (existing == nullptr) {
       existing = insertChild(*this, node, child);
-      added = true;
+      reorder = true;
     }
     order.add(existing);
   }
-  if (added) orderChildren(node, order);
+  if (reorder) orderChildren(node, order);
 }
 
 void TTreePane::loadAhead(HTREEITEM node) {
@@ -95,6 +92,9 @@ void TTreePane::onSelChanged(HTREEITEM node) { owner_.treeSelectionChanged(node)
 
 void TTreePane::onExpanding(HTREEITEM node) {
   if (FThread() != nullptr) return;
+  TRec* rec = recordOf(node);
+  if (rec != nullptr && rec->isFolder())
+    addChildren(node, static_cast<TFolder*>(rec), /*reorder=*/true);
   loadAhead(node);
 }
 

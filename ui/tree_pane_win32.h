@@ -18,8 +18,9 @@ class TTreePane : public LTreeView {
   // expanded.
   void loadRoot(TFolder* root, const char* label, bool untitled);
   // Adds the children of folder below node that have no node yet, in
-  // display order.
-  void addChildren(HTREEITEM node, TFolder* folder);
+  // display order. With reorder the nodes are put in that order even when
+  // none was added, as on expanding: a rename leaves its node where it was.
+  void addChildren(HTREEITEM node, TFolder* folder, bool reorder = false);
   // Gives each folder child of node that has no child nodes its children,
   // so that expand buttons appear one level ahead.
   void loadAhead(HTREEITEM node);

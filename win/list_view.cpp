@@ -143,8 +143,10 @@ int LListView::onNotify(NMHDR* header) {
       onItemChanged();
       return 0;
     case NM_DBLCLK:
-    case NM_RETURN:
       onDblClick();
+      return 0;
+    case NM_RETURN:
+      // Enter reached onKey already, with the LVN_KEYDOWN that came first.
       return 0;
     case NM_RCLICK:
       onRightClick();

@@ -44,7 +44,8 @@ class LListView : public LCtrlContainer {
   virtual void onItemChanged() {}
   virtual void onDblClick() {}
   virtual void onRightClick() {}
-  // Non-zero passes the key on to the parent window.
+  // Non-zero passes the key on to the parent window. Enter comes here
+  // alone: the control's own Enter notification calls nothing.
   virtual int onKey(int key) { return key; }
   virtual void onFocus() {}
   virtual void onColumnClick(int32_t) {}

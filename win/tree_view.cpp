@@ -118,7 +118,7 @@ int LTreeView::onNotify(NMHDR* header) {
       onDblClick();
       return 1;  // the control's own expanding goes on
     case NM_RETURN:
-      onDblClick();
+      // Enter reached onKey already, with the TVN_KEYDOWN that came first.
       return 2;
     case NM_RCLICK:
       onRightClick();

@@ -40,7 +40,8 @@ class LTreeView : public LCtrlContainer {
   virtual void onDblClick() {}
   virtual void onRightClick() {}
   virtual void onFocus() {}
-  // Non-zero passes the key on to the parent window.
+  // Non-zero passes the key on to the parent window. Enter comes here
+  // alone: the control's own Enter notification calls nothing.
   virtual int onKey(int key) { return key; }
   // Non-zero refuses the edit.
   virtual int nfBeginLabelEdited(HTREEITEM) { return 1; }

@@ -70,10 +70,14 @@ TEST_F(ArchiveTest, DisplayOrderAndTheNameRule) {
 
   EXPECT_FALSE(FCheckNewName(root, "", nullptr));
   EXPECT_TRUE(FCheckNewName(root, "表.txt", nullptr));  // trail byte 0x5C is no "\"
-  EXPECT_THROW(FCheckNewName(root, "a:b", nullptr), int);
-  EXPECT_STREQ(recorder->boxes.last()->ptr, "Kestrom エラー #3000|文字 ':' は使用できません");
-  EXPECT_THROW(FCheckNewName(root, "z", nullptr), int);
-  EXPECT_STREQ(recorder->boxes.last()->ptr, "Kestrom エラー #3000|項目 'z' はすでに存在します");
+  EXPECT_EQ(0, recorder->entries.count);
+  EXPECT_FALSE(FCheckNewName(root, "a:b", nullptr));
+  ASSERT_EQ(1, recorder->entries.count);
+  EXPECT_EQ(kMsgWarning, recorder->entries.last()->number);
+  EXPECT_STREQ("文字 ':' は使用できません", recorder->entries.last()->text.ptr);
+  EXPECT_FALSE(FCheckNewName(root, "z", nullptr));
+  EXPECT_STREQ("項目 'z' はすでに存在します", recorder->entries.last()->text.ptr);
+  EXPECT_EQ(0, recorder->boxes.count);
   EXPECT_TRUE(FCheckNewName(root, "a", a));  // a rename may change the case
 }
 

@@ -1,29 +1,33 @@
 #!/usr/bin/env bash
 # The desktop program end to end, under Wine on a virtual display of its own:
-# files given on the command line go into the untitled archive, which is
-# saved with Ctrl+S through the save dialog; kst finds both files in it; a
-# second copy started on the same archive hands it to the first and leaves;
+# files and a folder given on the command line go into the untitled
+# archive; Return on a file in the tree and on its version in the list opens
+# it once with its application; the archive is saved with Ctrl+S through the
+# save dialog, and kst finds the files in it; a second copy started on the
+# same archive hands it to the first, which comes forward, and leaves;
 # a new folder takes the name typed into it; the dialogs of the commands
-# delete one version, add a folder pasted from the clipboard with a comment
-# and a name condition, and extract the newest versions into a typed
-# folder; Ctrl+D opens a version with the application registered for it;
+# add a folder pasted from the clipboard with a comment and a name
+# condition, extract the newest versions into a typed folder while a file
+# still has an older version, and delete one version; Ctrl+D opens a
+# version with the application registered for it;
 # the registration, which no menu shows, keeps the name typed into it, and
 # the properties, which no menu shows either, open on their page; the
 # about box opens from the Help menu and closes with Return; the options
 # open from the View menu, close with Escape, open again on the page shown
 # last, hide a column and change a check box, which the settings keep while
-# a cancelled change is lost; a search with a date range and a path
-# expression finds its rows; closing writes the settings and removes the
+# a cancelled change is lost, and F1 opens their help page; a search with
+# a date range and a path expression finds the rows kst finds; closing writes the settings and removes the
 # work folders; an unknown option shows its box and ends with exit code 2.
 # Screenshots of the main window, of every dialog reached and of the
 # pickers are left in the output folder.
 #
 # Usage: desktop_e2e.sh KESTROM_EXE KST_PROGRAM OUTPUT_FOLDER CLIP_FILES_EXE OPEN_RECORDER_EXE
-#                       POST_COMMAND_EXE
+#                       POST_COMMAND_EXE FOREGROUND_TITLE_EXE
 # KST_PROGRAM is kst for this machine, or kst.exe (run under Wine).
 # CLIP_FILES_EXE puts a file list on the clipboard; OPEN_RECORDER_EXE is the
-# application of the extension .kstrec, which records the path it opens;
-# POST_COMMAND_EXE sends a command id to the main window.
+# application of the extension .kstrec, which records each path it opens on
+# a line; POST_COMMAND_EXE sends a command id to the main window;
+# FOREGROUND_TITLE_EXE prints the title of the window in the foreground.
 set -euo pipefail
 kestrom="$(realpath "$1")"
 kst_program="$(realpath "$2")"
@@ -31,6 +35,7 @@ out="$(realpath -m "$3")"
 clip_files="$(realpath "$4")"
 open_recorder="$(realpath "$5")"
 post_command="$(realpath "$6")"
+foreground_title="$(realpath "$7")"
 here="$(cd "$(dirname "$0")/../../scripts" && pwd)"
 
 . "$here/require.sh"
@@ -301,14 +306,44 @@ command_dialogs() {
 cd "$work"
 mkdir 資料
 printf 'Kestrom のメモ\n' > メモ.txt
+printf '手順を記録する\n' > 手順.kstrec
 printf '第一版の報告\n' > 資料/報告書.txt
 ini="$(winpath "$work/settings.ini")"
+# Waits until the record file $1 has $2 lines, and a little longer, so that
+# a second start of the application would be seen too.
+opened_times() {
+  for _ in $(seq 100); do
+    [ "$(wc -l <"$1" 2>/dev/null || echo 0)" -ge "$2" ] && break
+    sleep 0.1
+  done
+  sleep 2
+  local lines
+  lines="$(wc -l <"$1" 2>/dev/null || echo 0)"
+  [ "$lines" = "$2" ] ||
+    fail "the application was started $lines times instead of $2: $(iconv -f CP932 -t UTF-8 "$1")"
+}
 
-echo "== files on the command line go into the untitled archive; Ctrl+S saves it"
-wine "$kestrom" "-cf:$ini" メモ.txt 資料 &
+echo "== two files and a folder on the command line go into the untitled archive"
+wine "$kestrom" "-cf:$ini" メモ.txt 手順.kstrec 資料 &
 first=$!
 main="$(window '^Kestrom - ')"
 sleep 3
+
+echo "== Return opens a file of the tree, then its version in the list, once each"
+wine reg add 'HKCR\.kstrec' /ve /d kstrecfile /f >/dev/null 2>&1
+wine reg add 'HKCR\kstrecfile\shell\open\command' /ve \
+  /d "\"$(winpath "$open_recorder")\" \"$(winpath "$work/returned.txt")\" \"%1\"" /f >/dev/null 2>&1
+# Tree: the root's last node is 手順.kstrec, behind the folder and メモ.txt.
+keys "$main" End Return
+opened_times "$work/returned.txt" 1
+# List: the one version of the file.
+keys "$main" Tab ctrl+a Return
+opened_times "$work/returned.txt" 2
+# The recorder writes the paths in the program's code page.
+[ "$(LC_ALL=C grep -c -- '-V1\.kstrec$' "$work/returned.txt")" = 2 ] ||
+  fail "Return opened $(iconv -f CP932 -t UTF-8 "$work/returned.txt")"
+
+echo "== Ctrl+S saves the untitled archive"
 keys "$main" ctrl+s
 save="$(window '名前を付けて保存')"
 keys "$save" ctrl+a
@@ -324,6 +359,7 @@ listing="$(kst ls saved.kst / --settings "$work/none.ini" 2>&1 || true)
 $(kst ls saved.kst /資料 --settings "$work/none.ini" 2>&1 || true)"
 echo "$listing"
 grep -q 'メモ.txt' <<<"$listing" || fail "kst does not find メモ.txt"
+grep -q '手順.kstrec' <<<"$listing" || fail "kst does not find 手順.kstrec"
 grep -q '報告書.txt' <<<"$listing" || fail "kst does not find 報告書.txt"
 
 echo "== an archive given with -af: opens; its tree and versions show"
@@ -349,12 +385,29 @@ keys "$main" Return
 
 command_dialogs
 
-echo "== the second copy on the same archive leaves it to the first"
+echo "== the second copy on the same archive leaves it to the first, which comes forward"
+# The title of the window that Wine holds to be in front. With no window
+# manager on the display, a window brought forward is neither raised nor
+# given the display's focus; Wine's foreground and its captions follow.
+front() { wine "$foreground_title" | iconv -f CP932 -t UTF-8 | tr -d '\r'; }
+main_title="$(xdotool getwindowname "$main")"
+# Another program's window is in front first.
+wine notepad &
+notepad=$!
+other="$(window 'メモ帳')"
+xdotool windowfocus --sync "$other"
+sleep 1
+[ "$(front)" != "$main_title" ] || fail "the first copy is in front before the second starts"
 wine "$kestrom" "-cf:$ini" "$(winpath "$work/saved.kst")" &
 second=$!
 finish "$second"
 [ "$code" = 0 ] || fail "the second copy ended with $code"
 [ "$(xdotool search --name '^Kestrom - ' | wc -l)" = 1 ] || fail "the second copy opened a window"
+shot "" forwarded.png
+[ "$(front)" = "$main_title" ] || fail "the first copy did not come forward: $(front) is in front"
+kill "$notepad"
+finish "$notepad"
+no_window 'メモ帳'
 
 echo "== the about box opens from the Help menu and closes with Return"
 keys "$main" alt+h

@@ -11,6 +11,7 @@
 #include "app/worker.h"
 #include "app/worker_ui.h"
 #include "lib/file_util.h"
+#include "lib/path_parts.h"
 #include "lib/sys.h"
 #include "lib/thread.h"
 #include "store/work_set.h"
@@ -125,6 +126,32 @@ TEST_F(MainLogicTest, RecentEntryOpensInAnEmptyUntitledWindow) {
   EXPECT_STREQ(FFullPath(path.ptr).ptr, archive->fullPath.ptr);
   EXPECT_TRUE(view.started.empty());
   EXPECT_EQ(2, app.mru.count);
+}
+
+TEST_F(MainLogicTest, OpenDialogStartsInTheLastFolderElseNearTheArchiveOrTheUser) {
+  // Untitled: the documents folder, and without one the program's folder.
+  view.toOpen = {""};
+  logic.fcOpen();
+  EXPECT_STREQ("docs", view.lastChoice.folder.ptr);
+  view.hasDocuments = false;
+  view.toOpen = {""};
+  logic.fcOpen();
+  EXPECT_STREQ("program", view.lastChoice.folder.ptr);
+  // A named archive: its own folder.
+  LStr path = dir.file("b.kst");
+  FCreateArchive(path.ptr);
+  view.toOpen = {path.ptr};
+  logic.fcOpen();
+  ASSERT_FALSE(archive->isUntitled());
+  app.arcDlgDir.clear();
+  view.toOpen = {""};
+  logic.fcOpen();
+  EXPECT_STREQ(FDirOf(FFullPath(path.ptr).ptr, /*keepSep=*/false).ptr, view.lastChoice.folder.ptr);
+  // The folder chosen last wins over all of them.
+  app.arcDlgDir = "chosen";
+  view.toOpen = {""};
+  logic.fcOpen();
+  EXPECT_STREQ("chosen", view.lastChoice.folder.ptr);
 }
 
 TEST_F(MainLogicTest, FurtherArchivesStartNewCopiesAndForwardedOnesStayAway) {

@@ -61,6 +61,27 @@ TEST_F(PaneTest, FolderRowsPutFoldersFirstAndSkipFilesWithoutVersions) {
   EXPECT_STREQ("フォルダ数：2  ファイル数：3  合計：5", FFolderStatus(archive->root).ptr);
 }
 
+TEST_F(PaneTest, TreeNodesKeepFilesWithoutVersionsAndFollowARename) {
+  TRecList nodes;
+  FTreeChildren(archive->root, nodes);
+  std::vector<std::string> names;
+  for (TRec* r : nodes) names.push_back(r->name());
+  EXPECT_EQ((std::vector<std::string>{"z資料", "Ｂフォルダ", "a.txt", "b.txt", "空.txt"}), names);
+  // The order comes from the names of now: a renamed file moves on the
+  // next expand.
+  ASSERT_TRUE(FRenameRecord(small, "0.txt"));
+  FTreeChildren(archive->root, nodes);
+  EXPECT_EQ(small, nodes[2]);
+}
+
+TEST_F(PaneTest, AVersionAmongAFoldersChildrenIsAnInternalFailure) {
+  sub->addChild(new TVer);
+  TRecList nodes;
+  EXPECT_THROW(FTreeChildren(sub, nodes), int);
+  ASSERT_EQ(1, recorder->boxes.count);
+  EXPECT_STREQ("Kestrom エラー #3000|Internal Error #1269", recorder->boxes[0]->ptr);
+}
+
 TEST_F(PaneTest, VersionRowsStartWithTheNewest) {
   TRecList rows;
   FVersionRows(big, rows);
@@ -89,15 +110,18 @@ TEST_F(PaneTest, SizesWithCommasSortByValue) {
 
 TEST_F(PaneTest, RenameRefusals) {
   EXPECT_FALSE(FRenameRecord(small, ""));
-  EXPECT_EQ(0, recorder->boxes.count);
+  EXPECT_EQ(0, recorder->entries.count);
   EXPECT_FALSE(FRenameRecord(small, "b.txt"));  // its own name
   EXPECT_FALSE(FRenameRecord(small, "A.TXT"));  // a sibling, in other letters
   EXPECT_FALSE(FRenameRecord(small, "x;y"));
   EXPECT_FALSE(FRenameRecord(small, "x,y"));
   EXPECT_FALSE(FRenameRecord(small, "x?y"));
-  ASSERT_EQ(5, recorder->boxes.count);
-  EXPECT_NE(nullptr, strstr(recorder->boxes[0]->ptr, "項目 'b.txt' はすでに存在します"));
-  EXPECT_NE(nullptr, strstr(recorder->boxes[2]->ptr, "文字 ';' は使用できません"));
+  // Refused input is a warning to the user, not an error that ends a command.
+  EXPECT_EQ(0, recorder->boxes.count);
+  ASSERT_EQ(5, recorder->entries.count);
+  for (TestRecorder::Entry* refusal : recorder->entries) EXPECT_EQ(kMsgWarning, refusal->number);
+  EXPECT_STREQ("項目 'b.txt' はすでに存在します", recorder->entries[0]->text.ptr);
+  EXPECT_STREQ("文字 ';' は使用できません", recorder->entries[2]->text.ptr);
   EXPECT_FALSE(FRenameRecord(big->version(0), "v.txt"));
   EXPECT_FALSE(FRenameRecord(archive->root, "root"));
   EXPECT_EQ(0, archive->treeDirty);

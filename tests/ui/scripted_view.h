@@ -38,10 +38,12 @@ class ScriptedView : public TMainView {
   bool chooseArchivesToOpen(TFileChoice& choice) override { return choose(choice, toOpen); }
   bool chooseArchiveToSave(TFileChoice& choice) override { return choose(choice, saveAs); }
   bool chooseFolder(const char*, LStr&) override { return false; }
+  bool hasDocuments = true;
   bool documentsFolder(LStr& folder) override {
     folder = "docs";
-    return true;
+    return hasDocuments;
   }
+  LStr programFolder() override { return "program"; }
   void setTitle(const char* windowTitle, const char* label) override {
     title = windowTitle;
     rootLabel = label;

@@ -1,7 +1,8 @@
 // Test tool: the application registered for an extension. It appends the
 // path it was asked to open, and a line end, to the record file, so that a
-// test can see every path the shell gave it. The shell may start several
-// copies at once: each holds the record file to itself while it writes.
+// test can see every path the shell gave it and how often. The shell may
+// start several copies at once: each holds the record file to itself while
+// it writes.
 //
 // Usage: open_recorder RECORD_FILE OPENED_PATH
 #include <windows.h>
