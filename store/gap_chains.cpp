@@ -20,7 +20,6 @@ void TGapChains::reset(const uint8_t* target) {
     buckets_[ring.bucket] = nullptr;
   }
   rings_ = 0;
-  insertions_ = 0;
 }
 
 TChainRing* TGapChains::newRing(uint32_t bucket) {

@@ -64,8 +64,13 @@ class TGapChains {
   // last reset.
   const TChainRing* ring(uint32_t bucket) const { return buckets_[bucket]; }
 
-  void insert(int32_t position) {
-    insert(bucketOf(target_ + position), tagOf(target_ + position), position);
+  void insert(int32_t position) { insertRun(position, position + 1); }
+  // Inserts every position from `from` up to `to`, in order. The target is
+  // read through a local: the stores into the rings would otherwise make the
+  // compiler fetch it again for each position.
+  void insertRun(int32_t from, int32_t to) {
+    const uint8_t* const target = target_;
+    for (int32_t at = from; at < to; at++) insert(bucketOf(target + at), tagOf(target + at), at);
   }
   void insert(uint32_t bucket, uint32_t tag, int32_t position) {
     TChainRing* ring = buckets_[bucket];
@@ -75,7 +80,6 @@ class TGapChains {
     ring->positions[ring->head] = position;
     ring->head = static_cast<int16_t>(ring->head + 1 == TChainRing::kSlots ? 0 : ring->head + 1);
     if (ring->count < TChainRing::kSlots) ring->count++;
-    insertions_++;
   }
 
   // The longest common prefix of the bytes at `position` with those at any
@@ -87,7 +91,6 @@ class TGapChains {
                   int32_t* from) const;
 
   int32_t ringCount() const { return rings_; }
-  int64_t insertCount() const { return insertions_; }
 
  private:
   struct FreeBlock {
@@ -101,5 +104,4 @@ class TGapChains {
   TChainRing* buckets_[kBuckets];
   LArrOf<TChainRing*, FreeBlock> blocks_;  // rings are carved from these
   int32_t rings_ = 0;                      // rings given to buckets since the reset
-  int64_t insertions_ = 0;
 };

@@ -13,7 +13,7 @@ void FEncodeGap(const uint8_t* target, int32_t from, int32_t to, TTokenWriter& o
                 TGapChains& table) {
   const int32_t seedStart = static_cast<int32_t>(std::max<int64_t>(int64_t{from} - reseed, 0));
   const int32_t seedEnd = std::min(from, to - kHashed);
-  for (int32_t at = seedStart; at < seedEnd; at++) table.insert(at);
+  table.insertRun(seedStart, seedEnd);
 
   TProgressTicker progress;
   int32_t p = from;
@@ -28,7 +28,7 @@ void FEncodeGap(const uint8_t* target, int32_t from, int32_t to, TTokenWriter& o
       if (len >= kHashed) {
         out.literal(target + literalStart, p - literalStart);
         out.selfCopy(len, p - source);
-        for (int32_t at = p; at < p + len; at++) table.insert(at);
+        table.insertRun(p, p + len);
         p += len;
         literalStart = p;
         continue;
