@@ -10,6 +10,7 @@
 #include "lib/task_pool.h"
 #include "store/add_command.h"
 #include "store/codec_scratch.h"
+#include "store/job_batch.h"
 #include "store/progress.h"
 #include "store/progress_level.h"
 #include "store/ver_info.h"
@@ -21,18 +22,6 @@ namespace {
 // How often the command's thread looks at the stop state while it waits
 // for an encoding: well within the second in which a stop must answer.
 const int32_t kStopPoll = 100;
-// Versions encoded ahead of the one being written, per thread: enough to
-// keep every thread busy while one large file is written, few enough that
-// memory stays a small multiple of the largest files times the threads.
-const int32_t kAheadPerThread = 2;
-
-// A batch of encodings closes at this many new bytes or files: handing
-// each small file to a thread on its own cost more in waking threads than
-// encoding it did (a first add of 8 000 headers woke threads 25 000 times).
-const int64_t kBatchBytes = 1 << 20;
-const int32_t kBatchFiles = 64;
-
-class TStoreBatch;
 
 // The encoding of one new version on a thread of the pool: its file read
 // into the held form, the older version's delta against it, and its own
@@ -40,14 +29,17 @@ class TStoreBatch;
 class TStoreJob {
  public:
   KST_POOLED_NEW
+  struct Scratch {};
+  typedef TJobBatch<TStoreJob> Batch;
+
   TStoreJob(const char* path, int32_t size, const THeldBuf* olderHeld, bool dropIfSame,
-            TStoreBatch* batch)
+            Batch* batch)
       : batch(batch), path_(path), size_(size), olderHeld_(olderHeld), dropIfSame_(dropIfSame) {}
   ~TStoreJob() { delete held; }
   TStoreJob(const TStoreJob&) = delete;
   TStoreJob& operator=(const TStoreJob&) = delete;
 
-  void run() {
+  void run(Scratch&) {
     held = new THeldBuf;
     readOk = FReadHeld(path_.ptr, size_, /*report=*/false, *held, &checksum);
     if (!readOk) return;
@@ -58,7 +50,8 @@ class TStoreJob {
     FEncodeWhole(*held, whole);
   }
 
-  TStoreBatch* const batch;
+  Batch* const batch;
+  int32_t thrown = 0;
   THeldBuf* held = nullptr;  // handed to the version when it is written
   bool readOk = false;
   uint16_t checksum = 0;
@@ -70,20 +63,6 @@ class TStoreJob {
   const int32_t size_;
   const THeldBuf* const olderHeld_;
   const bool dropIfSame_;
-};
-
-// Consecutive jobs that one thread runs in a row.
-class TStoreBatch : public LTask {
- public:
-  KST_POOLED_NEW
-  void run() override {
-    TQuietProgress quiet;
-    for (TStoreJob* job : jobs) job->run();
-  }
-
-  LArrOf<TStoreJob*> jobs;  // the command's
-  int64_t bytes = 0;
-  int32_t unwritten = 0;  // jobs whose versions are not written yet
 };
 
 TVer* olderOf(TVer* ver) {
@@ -138,7 +117,7 @@ class TAddStore {
     }
   }
   void run() {
-    const int32_t ahead = kAheadPerThread * pool_->threadCount();
+    const int32_t ahead = kBatchesAheadPerThread * pool_->threadCount();
     TByteProgress progress(totalBytes_);
     for (int32_t at = 0; at < order_.count; at++) {
       while (submitted_ < order_.count && submittedBatches_ - writtenBatches_ < ahead)
@@ -148,13 +127,14 @@ class TAddStore {
       FShowProgressItem(ver->name());
       TStoreJob* job = jobs_[at];
       if (job != nullptr) {
-        TStoreBatch* batch = job->batch;
+        TStoreJob::Batch* batch = job->batch;
         if (batch == open_) submitOpen();
         while (!pool_->waitFor(batch, kStopPoll)) FCheckStop();
-        // A stop taken inside the batch is taken here too.
-        if (batch->thrown != 0) FCheckStop();
-        if (batch->thrown != 0) throw static_cast<int>(batch->thrown);
-        if (--batch->unwritten == 0) writtenBatches_++;
+        // A stop taken inside the job is taken here too. The jobs before
+        // it in its batch are written first, as on one thread.
+        if (job->thrown != 0) FCheckStop();
+        if (job->thrown != 0) throw static_cast<int>(job->thrown);
+        if (job == batch->jobs.last()) writtenBatches_++;
       }
       if (job != nullptr && job->readOk)
         storeEncoded(ver, *job, options_);
@@ -180,16 +160,17 @@ class TAddStore {
     const THeldBuf* olderHeld = older != nullptr ? &older->Hold() : nullptr;
     TVerInfo* info = ver->FindInfo(true);
     if (open_ == nullptr) {
-      open_ = new TStoreBatch;
+      open_ = new TStoreJob::Batch;
       batches_.add(open_);
     }
     TStoreJob* job = new TStoreJob(info->srcPath->ptr, ver->size, olderHeld,
                                    older != nullptr && dropIfSame(older, ver, options_), open_);
     jobs_[at] = job;
-    open_->jobs.add(job);
-    open_->unwritten++;
-    open_->bytes += ver->size;
-    if (open_->bytes >= kBatchBytes || open_->jobs.count >= kBatchFiles) submitOpen();
+    open_->add(job, ver->size);
+    // The last versions go to the threads at once, not when the writing
+    // reaches them, so that they are encoded while the ones before are
+    // written.
+    if (open_->full() || submitted_ == order_.count) submitOpen();
   }
 
   void submitOpen() {
@@ -216,8 +197,8 @@ class TAddStore {
   const TAddOptions& options_;
   LArrOf<TVer*> order_;
   LArrOf<TStoreJob*, LDelete<TStoreJob*>> jobs_;
-  LArrOf<TStoreBatch*, LDelete<TStoreBatch*>> batches_;
-  TStoreBatch* open_ = nullptr;  // filling, not yet handed to the pool
+  LArrOf<TStoreJob::Batch*, LDelete<TStoreJob::Batch*>> batches_;
+  TStoreJob::Batch* open_ = nullptr;  // filling, not yet handed to the pool
   // After the jobs, so that its threads have ended before the jobs go.
   std::unique_ptr<LTaskPool> pool_;
   int32_t submitted_ = 0;

@@ -6,7 +6,7 @@
 #include "store/codec_scratch.h"
 #include "store/extract_command.h"
 #include "store/held_buf.h"
-#include "store/progress.h"
+#include "store/job_batch.h"
 #include "store/ver_info.h"
 #include "store/version_expand.h"
 #include "store/work_set.h"
@@ -14,18 +14,13 @@
 namespace {
 // How often the command's thread looks at the stop state while it waits.
 const int32_t kStopPoll = 100;
-// Batches queued ahead per thread: enough to keep the threads busy, few
-// enough that memory stays a small multiple of the largest versions.
-const int32_t kAheadPerThread = 2;
-// A batch closes at this many bytes or files. Handing each small file to a
-// thread on its own cost more in waking threads than writing it did; a
-// batch of this size still ends well within the time a stop may take.
-const int64_t kBatchBytes = 1 << 20;
-const int32_t kBatchFiles = 64;
 
-// One version to write: its held form and what its file gets.
+// One version to write: its held form, expanded and written with the
+// times its file gets.
 struct ExtractEntry {
   KST_POOLED_NEW
+  typedef THeldBuf Scratch;  // the raw form, reused from entry to entry
+
   ExtractEntry(TVer* ver, const char* path) : ver(ver), file(ver->ownerFile()), path(path) {
     held = &ver->Hold();
     const TVerInfo* info = ver->Info();
@@ -33,6 +28,11 @@ struct ExtractEntry {
     created = info->createTime;
     accessed = info->accessTime;
     modified = ver->time;
+  }
+
+  void run(THeldBuf& raw) {
+    FExpandRaw(THeldView(*held), size, raw);
+    FWriteExtracted(path.ptr, raw, created, accessed, modified);
   }
 
   TVer* const ver;
@@ -43,44 +43,32 @@ struct ExtractEntry {
   int64_t created;
   int64_t accessed;
   int64_t modified;
+  int32_t thrown = 0;
 };
 }  // namespace
 
 // Versions expanded from their held forms and written with their times, one
-// after another in the walk's order.
-class TExtractJob : public LTask {
+// after another in the walk's order. Owns its entries.
+class TExtractJob : public TJobBatch<ExtractEntry> {
  public:
   KST_POOLED_NEW
   ~TExtractJob() override {
-    for (ExtractEntry* entry : entries) delete entry;
-  }
-
-  void run() override {
-    TQuietProgress quiet;
-    THeldBuf raw;
-    for (const ExtractEntry* entry : entries) {
-      FPollStop();
-      FExpandRaw(THeldView(*entry->held), entry->size, raw);
-      FWriteExtracted(entry->path.ptr, raw, entry->created, entry->accessed, entry->modified);
-    }
+    for (ExtractEntry* entry : jobs) delete entry;
   }
 
   bool writes(const TFile* file) const {
-    for (const ExtractEntry* entry : entries)
+    for (const ExtractEntry* entry : jobs)
       if (entry->file == file) return true;
     return false;
   }
 
   void release() {
-    for (ExtractEntry* entry : entries) entry->ver->Release();
+    for (ExtractEntry* entry : jobs) entry->ver->Release();
   }
-
-  LArrOf<ExtractEntry*> entries;
-  int64_t bytes = 0;
 };
 
 TExtractWriter::TExtractWriter()
-    : ahead_(kAheadPerThread * SysCoreCount()),
+    : ahead_(kBatchesAheadPerThread * SysCoreCount()),
       pool_(new LTaskPool(SysCoreCount(), FFreeCodecScratch)) {}
 
 TExtractWriter::~TExtractWriter() {
@@ -104,9 +92,8 @@ void TExtractWriter::add(TVer* ver, const char* path) {
     break;
   }
   if (open_ == nullptr) open_ = new TExtractJob;
-  open_->entries.add(new ExtractEntry(ver, path));
-  open_->bytes += ver->size;
-  if (open_->bytes >= kBatchBytes || open_->entries.count >= kBatchFiles) submitOpen();
+  open_->add(new ExtractEntry(ver, path), ver->size);
+  if (open_->full()) submitOpen();
 }
 
 void TExtractWriter::finish() {
