@@ -6,6 +6,7 @@
 #include "ui/command_state.h"
 #include "ui/command_table.h"
 #include "ui/main_win_win32.h"
+#include "ui/name_index.h"
 #include "ui/pane_logic.h"
 #include "win/shell_icons.h"
 
@@ -32,9 +33,12 @@ void TTreePane::loadRoot(TFolder* root, const char* label, bool untitled) {
 void TTreePane::addChildren(HTREEITEM node, TFolder* folder, bool reorder) {
   TRecList children;
   FTreeChildren(folder, children);
+  TNameIndex present;
+  for (HTREEITEM child = firstChild(node); child != nullptr; child = nextSibling(child))
+    present.add(text(child).ptr, reinterpret_cast<intptr_t>(child));
   LArrOf<HTREEITEM> order;
   for (TRec* child : children) {
-    HTREEITEM existing = findChild(node, child->name());
+    HTREEITEM existing = reinterpret_cast<HTREEITEM>(present.find(child->name()));
     if (existing == nullptr) {
       existing = insertChild(*this, node, child);
       reorder = true;
