@@ -236,6 +236,15 @@ int TMainWin::onLButtonUp(int x, int) {
   return 0;
 }
 
+int TMainWin::onCaptureLost() {
+  // Another window took the mouse in the middle of a drag (a box, a switch
+  // to another program): the band goes and the panes stay as they were.
+  if (!dragging_) return 1;
+  dragging_ = false;
+  band_.hide();
+  return 0;
+}
+
 int TMainWin::onSetCursor() {
   POINT point;
   GetCursorPos(&point);

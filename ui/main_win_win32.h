@@ -104,6 +104,7 @@ class TMainWin : public LWin, public TMainView {
   int onLButtonDown(int x, int y) override;
   int onLButtonUp(int x, int y) override;
   int onMouseMove(int x, int y) override;
+  int onCaptureLost() override;
   int onSetCursor() override;
   int onInitMenuPopup(HMENU menu) override;
   int onMenuSelect(int id, int flags) override;

@@ -98,6 +98,8 @@ LRESULT LWin::route(UINT message, WPARAM wParam, LPARAM lParam) {
       return result(
           onMouseMove(static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))), h,
           message, wParam, lParam);
+    case WM_CAPTURECHANGED:
+      return result(onCaptureLost(), h, message, wParam, lParam);
     case WM_INITMENUPOPUP:
       return result(onInitMenuPopup(reinterpret_cast<HMENU>(wParam)), h, message, wParam, lParam);
     case WM_MENUSELECT:

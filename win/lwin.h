@@ -45,6 +45,8 @@ class LWin : public LObj {
   virtual int onLButtonDown(int /*x*/, int /*y*/) { return 1; }
   virtual int onLButtonUp(int /*x*/, int /*y*/) { return 1; }
   virtual int onMouseMove(int /*x*/, int /*y*/) { return 1; }
+  // The mouse capture went elsewhere (or was let go).
+  virtual int onCaptureLost() { return 1; }
   virtual int onInitMenuPopup(HMENU) { return 1; }
   virtual int onMenuSelect(int /*id*/, int /*flags*/) { return 1; }
   virtual int onDropFiles(HDROP) { return 1; }
