@@ -4,6 +4,8 @@
 #pragma once
 
 extern const char* const kProductName;
+// The maker's name, which titles the boxes that come before the settings.
+extern const char* const kMakerName;
 extern const char* const kProductVersion;
 extern const char* const kRightsLine;
 extern const char* const kHomePage;

@@ -14,7 +14,7 @@ bool gExiting = false;
 // The one routine behind the three boxes: kind 'e', 'w' or 'm'.
 int showBox(char kind, int number, const char* fmt, va_list args) {
   LStr title("Kestrom ");
-  title.append(kind == 'e' ? "エラー" : kind == 'w' ? "警告" : "メッセージ");
+  title.append(FBoxKindWord(kind));
   if (number > 0) title.format(" #%d", number);
   LStr text;
   text.formatV(fmt, args);
@@ -27,6 +27,10 @@ int showBox(char kind, int number, const char* fmt, va_list args) {
   return button;
 }
 }  // namespace
+
+const char* FBoxKindWord(char kind) {
+  return kind == 'e' ? "エラー" : kind == 'w' ? "警告" : "メッセージ";
+}
 
 void FErrorV(int number, const char* fmt, va_list args) {
   showBox('e', number, fmt, args);

@@ -20,6 +20,9 @@ int FWarn(int number, const char* fmt, ...) __attribute__((format(printf, 2, 3))
 int FWarnV(int number, const char* fmt, va_list args);
 int FInfo(int number, const char* fmt, ...) __attribute__((format(printf, 2, 3)));
 int FInfoV(int number, const char* fmt, va_list args);
+// The word of a box's title for its kind: 'e' error, 'w' warning, 'm'
+// message.
+const char* FBoxKindWord(char kind);
 // FError(3000, "Internal Error #%d", n): a broken invariant the user sees.
 [[noreturn]] void FInternalBox(int n);
 // The archive file's form is not correct: FError(3000) with the format text.

@@ -5,6 +5,7 @@
 #include "app/config.h"
 #include "app/worker.h"
 #include "archive/record.h"
+#include "lib/fail.h"
 #include "lib/liblock.h"
 #include "lib/sys.h"
 #include "ui/main_win_win32.h"
@@ -79,18 +80,12 @@ void TDesktopMsg::output(int number, const char* position, const char* /*level*/
     // Plain messages are traces; the desktop has no console to show them.
     return;
   }
-  // The number stays out of these titles: only the boxes of FError, FWarn
-  // and FInfo carry it.
+  // Neither the number nor the position shows in these boxes: only the
+  // boxes of FError, FWarn and FInfo carry a number.
   char kind = number < kMsgWarning ? 'e' : number < 39999 ? 'w' : 'm';
   LStr title;
-  title.format("%s %s", titleWord_.ptr,
-               kind == 'e'   ? "エラー"
-               : kind == 'w' ? "警告"
-                             : "メッセージ");
-  LStr body;
-  if (position != nullptr) body.format("%s: ", position);
-  body.append(text);
-  showBox(kind, title.ptr, body.ptr);
+  title.format("%s %s", titleWord_.ptr, FBoxKindWord(kind));
+  showBox(kind, title.ptr, text);
 }
 
 int TDesktopMsg::showBox(char kind, const char* title, const char* text) {

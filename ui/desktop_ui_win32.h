@@ -8,6 +8,7 @@
 #include <windows.h>
 
 #include "app/app_msg.h"
+#include "app/product.h"
 #include "app/worker_ui.h"
 #include "lib/larr.h"
 #include "lib/lstr.h"
@@ -58,5 +59,5 @@ class TDesktopMsg : public TMsg {
   int showBox(char kind, const char* title, const char* text) override;
 
  private:
-  LStr titleWord_{"Orva Software Ltd."};
+  LStr titleWord_{kMakerName};
 };
