@@ -172,19 +172,19 @@ finish() {
   code=0
   wait "$1" || code=$?
 }
-kst() {
-  case "$kst_program" in
-    # The Windows build writes code page 932 into a pipe.
-    *.exe) wine "$kst_program" "$@" | iconv -f CP932 -t UTF-8 ;;
-    *) "$kst_program" "$@" ;;
-  esac
-}
 # kst with its output as it is: the content of a version, not text of the
 # console.
 kst_bytes() {
   case "$kst_program" in
     *.exe) wine "$kst_program" "$@" ;;
     *) "$kst_program" "$@" ;;
+  esac
+}
+kst() {
+  case "$kst_program" in
+    # The Windows build writes code page 932 into a pipe.
+    *.exe) kst_bytes "$@" | iconv -f CP932 -t UTF-8 ;;
+    *) kst_bytes "$@" ;;
   esac
 }
 winpath() { echo "Z:${1//\//\\}"; }
@@ -313,12 +313,12 @@ ini="$(winpath "$work/settings.ini")"
 # a second start of the application would be seen too.
 opened_times() {
   for _ in $(seq 100); do
-    [ "$(wc -l <"$1" 2>/dev/null || echo 0)" -ge "$2" ] && break
+    [ "$(cat "$1" 2>/dev/null | wc -l)" -ge "$2" ] && break
     sleep 0.1
   done
   sleep 2
   local lines
-  lines="$(wc -l <"$1" 2>/dev/null || echo 0)"
+  lines="$(cat "$1" 2>/dev/null | wc -l)"
   [ "$lines" = "$2" ] ||
     fail "the application was started $lines times instead of $2: $(iconv -f CP932 -t UTF-8 "$1")"
 }
