@@ -184,6 +184,22 @@ void readBlockInto(THeldBuf& result, TArchive& archive, int32_t pos, const TKnow
 }
 }  // namespace
 
+bool FReadStandalone(TVer* ver, LStr& stored, int32_t* rawSize) {
+  if (!(ver->flags & kVerStored) || ver->HasHeld()) return false;
+  const BlockHead head = readHead(archive(), ver->dataPos);
+  if (head.parent > 0) return false;
+  stored.truncate(0);
+  readStored(archive(), head, stored);
+  *rawSize = head.rawSize;
+  return true;
+}
+
+void FExpandHeld(const LStr& stored, int32_t rawSize, int32_t size, THeldBuf& held) {
+  FExpandStored(reinterpret_cast<const uint8_t*>(stored.ptr), stored.length, rawSize,
+                /*reference=*/nullptr, held);
+  if (held.size() > static_cast<int64_t>(size) + kHeldSlack) FFormatError(kBadHeldLength);
+}
+
 void FReadBlock(THeldBuf& result, TArchive& archive, int32_t pos, const TKnownBlock* known) {
   try {
     readBlockInto(result, archive, pos, known);

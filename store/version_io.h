@@ -55,6 +55,15 @@ struct TKnownBlock {
 // The room that result has already is used.
 void FReadBlock(THeldBuf& result, TArchive& archive, int32_t pos,
                 const TKnownBlock* known = nullptr);
+// The stored form of a version whose block refers to no other (the newest
+// of its file, or one stored whole), read so that another thread may expand
+// it: its held form is FExpandHeld(stored, rawSize). False, with nothing
+// read, when the version is not in the archive, has its held form in
+// memory, or is stored against another block: only Hold brings those.
+bool FReadStandalone(TVer* ver, LStr& stored, int32_t* rawSize);
+// The held form of a stored form that refers to no other, for a version
+// of `size` bytes, with the checks that Hold makes. Any thread.
+void FExpandHeld(const LStr& stored, int32_t rawSize, int32_t size, THeldBuf& held);
 // Writes the block of a version into the running update file, keeping the
 // version's block position when it had one; with a reference, the parent
 // field is patched at commit with the reference's position. Returns the

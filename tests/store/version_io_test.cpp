@@ -138,6 +138,33 @@ TEST_F(VersionIoTest, ReadingFromAKnownNewerBlockStopsTheChainThere) {
             std::string(reinterpret_cast<const char*>(fromRight.data()), fromRight.size()));
 }
 
+// The newest version's block stands alone and may be expanded away from
+// the archive; an older one refers to its successor and is read only whole.
+TEST_F(VersionIoTest, OnlyABlockStandingAloneIsReadForExpandingElsewhere) {
+  std::string base = randomBytes(30000, 5);
+  addVersion(base, 1600000000);
+  addVersion(base + "newer", 1600000001);
+  finish();
+  LStr stored;
+  int32_t rawSize = -1;
+  EXPECT_FALSE(FReadStandalone(file->version(0), stored, &rawSize));
+  EXPECT_TRUE(stored.empty());
+  TVer* newest = file->version(1);
+  ASSERT_TRUE(FReadStandalone(newest, stored, &rawSize));
+  EXPECT_EQ(rawSize, newest->size);
+  THeldBuf held, raw;
+  FExpandHeld(stored, rawSize, newest->size, held);
+  FExpandRaw(THeldView(held), newest->size, raw);
+  EXPECT_EQ(std::string(reinterpret_cast<const char*>(raw.data()), raw.size()), base + "newer");
+  // Once held in memory, the held form is the one to take.
+  newest->Hold();
+  EXPECT_FALSE(FReadStandalone(newest, stored, &rawSize));
+  newest->Release();
+  // A version of fewer bytes than its stored form expands to is refused as
+  // the archive's format fault.
+  EXPECT_THROW(FExpandHeld(stored, rawSize, newest->size - 200, held), int);
+}
+
 TEST_F(VersionIoTest, SameContentIsDroppedOrMarked) {
   std::string bytes = randomBytes(5000, 3);
   addVersion(bytes, 1000);
