@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <mutex>
+#include <thread>
 
 #include "lib/fail.h"
 #include "lib/msg.h"
@@ -35,9 +36,32 @@ struct Pool {
 Pool gPool;
 // The pool's own lock, a plain one that nothing is called under that could
 // take it again: every object of every thread comes through here, and the
-// recursive library-wide lock cost an add a sixth of its instructions.
+// recursive library-wide lock cost an add a sixth of its instructions. What
+// it guards takes a few instructions, so a waiter spins; one whose holder
+// the system has put aside gives its turn away instead. A system mutex cost
+// a re-add of 8 000 unchanged files a seventh of its time uncontended, and
+// its sleeps and wakes made the threads of an extract queue up on it.
 // Constant-initialised, so that it works before any static constructor.
-std::mutex gPoolLock;
+class PoolLock {
+ public:
+  void lock() {
+    for (int spins = 0; taken_.exchange(true, std::memory_order_acquire); spins++) {
+      while (taken_.load(std::memory_order_relaxed)) {
+        if (spins++ < kSpins) {
+          __builtin_ia32_pause();
+        } else {
+          std::this_thread::yield();
+        }
+      }
+    }
+  }
+  void unlock() { taken_.store(false, std::memory_order_release); }
+
+ private:
+  static const int kSpins = 100;
+  std::atomic<bool> taken_{false};
+};
+PoolLock gPoolLock;
 std::atomic<int64_t> gHeapTaken{0};
 std::atomic<int64_t> gHeapReturned{0};
 
@@ -114,7 +138,7 @@ void* FAlloc(int32_t size) {
   if (index < 0 || !kPooled) return heapBlock(size, usable);
   void* block;
   {
-    std::lock_guard<std::mutex> guard(gPoolLock);
+    std::lock_guard<PoolLock> guard(gPoolLock);
     block = gPool.freeLists[index];
     if (block != nullptr)
       std::memcpy(&gPool.freeLists[index], block, sizeof(void*));
@@ -136,7 +160,7 @@ void FFree(void* block) {
     std::free(static_cast<char*>(block) - kAlign);
     return;
   }
-  std::lock_guard<std::mutex> guard(gPoolLock);
+  std::lock_guard<PoolLock> guard(gPoolLock);
   // The first word of a free block links to the next free block of its class.
   std::memcpy(block, &gPool.freeLists[index], sizeof(void*));
   gPool.freeLists[index] = block;
