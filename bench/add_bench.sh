@@ -79,9 +79,9 @@ zstd_tar=$(script zstd-tar "zstd -d -q -c \"\$1\" | tar -xf - -C \"\$2\"")
 echo "tree: $files files, $(awk -v b="$bytes" 'BEGIN {printf "%.1f", b / 1048576}') MB from $source_dir"
 echo "beside: $(git --version), $(tar --version | head -1), zstd $(zstd -V | sed -n 's/.* v\([0-9.]*\).*/\1/p'), $(nproc) cores"
 
-new_git="rm -rf '$run/git'; git init -q --bare '$run/git'"
-k1=$(keep kst-add-1 "$(median3_after "rm -f '$run/a.kst'" kst-add-1 "$kst" add "$run/a.kst" "$tree")")
-k1one=$(keep kst-add-1-one "$(median3_after "rm -f '$run/one.kst'" kst-add-1-one \
+new_git="rm -rf '$run/git'; git init -q --bare '$run/git'; sync"
+k1=$(keep kst-add-1 "$(median3_after "rm -f '$run/a.kst'; sync" kst-add-1 "$kst" add "$run/a.kst" "$tree")")
+k1one=$(keep kst-add-1-one "$(median3_after "rm -f '$run/one.kst'; sync" kst-add-1-one \
   "$kst" add "$run/one.kst" "$tree" --threads 1)")
 g1=$(keep git-commit-1 "$(median3_after "$new_git" git-commit-1 "$git_commit" first)")
 z1=$(keep tarzst-1 "$(median3 tarzst-1 "$tar_zstd" "$run/t1.tar.zst")")
@@ -104,7 +104,9 @@ ks2=$(size_mb "$run/a.kst"); gs2=$(size_mb "$run/git")
 ts2=$(awk -v a="$ts1" -v b="$(size_mb "$run/t2.tar")" 'BEGIN {printf "%.1f", a + b}')
 zs2=$(awk -v a="$zs1" -v b="$(size_mb "$run/t2.tar.zst")" 'BEGIN {printf "%.1f", a + b}')
 
-fresh() { echo "rm -rf '$run/$1'; mkdir -p '$run/$1'"; }
+# The folder of an extract, emptied before each run and written out to the
+# disk, so that no run pays for the writing back of the one before.
+fresh() { echo "rm -rf '$run/$1'; mkdir -p '$run/$1'; sync"; }
 k3=$(keep kst-extract "$(median3_after "$(fresh kst-out)" kst-extract "$kst" extract "$run/a.kst" -d "$run/kst-out")")
 g3=$(keep git-checkout "$(median3_after "$(fresh git-out)" git-checkout "$git_checkout" "$run/git-out")")
 z3=$(keep tarzst-extract "$(median3_after "$(fresh zst-out)" tarzst-extract "$zstd_tar" "$run/t2.tar.zst" "$run/zst-out")")

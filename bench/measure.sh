@@ -6,11 +6,16 @@
 # Needs $run and GNU time. A command is a program: a shell function cannot
 # be timed as a process, so the benchmarks write theirs as scripts.
 measure() {
-  local name="$1"
+  local name="$1" start end
   shift
-  /usr/bin/time -f "%e %M" -o "$run/$name.time" "$@" >"$run/$name.out" 2>&1 || true
+  # Wall time to the millisecond (GNU time gives hundredths, too coarse for
+  # the commands that take a few of them); GNU time for the peak memory.
+  start=$(date +%s%N)
+  /usr/bin/time -f "%M" -o "$run/$name.time" "$@" >"$run/$name.out" 2>&1 || true
+  end=$(date +%s%N)
   # The last line: GNU time puts a line about a failed exit before it.
-  tail -n 1 "$run/$name.time" | awk '{printf "%.2f %.1f", $1, $2 / 1024}'
+  awk -v ns="$((end - start))" -v kb="$(tail -n 1 "$run/$name.time")" \
+    'BEGIN {printf "%.3f %.1f", ns / 1e9, kb / 1024}'
 }
 median3_after() {
   local setup="$1" name="$2" i
