@@ -45,9 +45,10 @@ Pool gPool;
 class PoolLock {
  public:
   void lock() {
-    for (int spins = 0; taken_.exchange(true, std::memory_order_acquire); spins++) {
+    int spins = 0;
+    while (taken_.exchange(true, std::memory_order_acquire)) {
       while (taken_.load(std::memory_order_relaxed)) {
-        if (spins++ < kSpins) {
+        if (++spins < kSpins) {
           __builtin_ia32_pause();
         } else {
           std::this_thread::yield();

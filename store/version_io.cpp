@@ -85,6 +85,12 @@ void readStored(TArchive& archive, const BlockHead& head, LStr& stored) {
 
 TArchive& archive() { return *FArchive(); }
 
+// A held form longer than its version's raw size allows comes from a
+// damaged archive.
+void checkHeldLength(int64_t heldLength, int32_t size) {
+  if (heldLength > static_cast<int64_t>(size) + kHeldSlack) FFormatError(kBadHeldLength);
+}
+
 // The room to reserve for an encoder's output from n bytes of input: the
 // input and a margin, as far as a string reaches (its terminator takes the
 // last byte that 32 bits give).
@@ -197,7 +203,7 @@ bool FReadStandalone(TVer* ver, LStr& stored, int32_t* rawSize) {
 void FExpandHeld(const LStr& stored, int32_t rawSize, int32_t size, THeldBuf& held) {
   FExpandStored(reinterpret_cast<const uint8_t*>(stored.ptr), stored.length, rawSize,
                 /*reference=*/nullptr, held);
-  if (held.size() > static_cast<int64_t>(size) + kHeldSlack) FFormatError(kBadHeldLength);
+  checkHeldLength(held.size(), size);
 }
 
 void FReadBlock(THeldBuf& result, TArchive& archive, int32_t pos, const TKnownBlock* known) {
@@ -323,7 +329,7 @@ const THeldBuf& TVer::Hold() {
     } else {
       FInternalBox(893);
     }
-    if (info->heldLen > static_cast<int64_t>(size) + kHeldSlack) FFormatError(kBadHeldLength);
+    checkHeldLength(info->heldLen, size);
   }
   return *info->held;
 }
