@@ -3,15 +3,18 @@
 # on Linux. On Linux without a display it runs on a virtual one with a small
 # demonstration archive, saves a screenshot and prints where it is.
 # Arguments go to the program (archives to open, files to add).
+# KST_WINDOWS_PRESET=windows32 builds and starts the 32-bit programs instead,
+# in a 32-bit Wine prefix of their own (Debian package wine32:i386).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 here="$(pwd)/scripts"
+preset="${KST_WINDOWS_PRESET:-windows}"
 
 case "$(uname -s)" in
   MINGW* | MSYS* | CYGWIN*)
-    cmake --preset windows >/dev/null
-    cmake --build --preset windows --target kestrom
-    exec build/windows/kestrom.exe "$@"
+    cmake --preset "$preset" >/dev/null
+    cmake --build --preset "$preset" --target kestrom
+    exec "build/$preset/kestrom.exe" "$@"
     ;;
 esac
 
@@ -19,17 +22,21 @@ esac
 . "$here/require.sh"
 require cmake:cmake x86_64-w64-mingw32-g++-posix:g++-mingw-w64-x86-64-posix wine:wine \
   Xvfb:xvfb xdotool:xdotool python3:python3
+if [ "$preset" = windows32 ]; then
+  require i686-w64-mingw32-g++-posix:g++-mingw-w64-i686-posix /usr/lib/wine/wine:wine32:i386
+  export KST_WINEARCH=win32
+fi
 "$here/wine-prefix.sh"
-cmake --preset windows >/dev/null
-cmake --build --preset windows --target kestrom kst
+cmake --preset "$preset" >/dev/null
+cmake --build --preset "$preset" --target kestrom kst
 . "$here/wine-env.sh"
-kestrom="$(pwd)/build/windows/kestrom.exe"
+kestrom="$(pwd)/build/$preset/kestrom.exe"
 
 if [ -n "${DISPLAY:-}" ]; then
   exec wine "$kestrom" "$@"
 fi
 
-shot="$(pwd)/build/windows/kestrom-screenshot.png"
+shot="$(pwd)/build/$preset/kestrom-screenshot.png"
 demo="$(mktemp -d)"
 . "$here/virtual-display.sh"
 start_virtual_display "$demo/fb"
@@ -39,7 +46,7 @@ trap 'kill "$xvfb_pid" 2>/dev/null || true; rm -rf "$demo"' EXIT
 mkdir -p "$demo/プロジェクト/資料"
 printf 'Kestrom のデモ\n' >"$demo/プロジェクト/はじめに.txt"
 printf '第一版\n' >"$demo/プロジェクト/資料/報告書.txt"
-kst_exe="$(pwd)/build/windows/cli/kst.exe"
+kst_exe="$(pwd)/build/$preset/cli/kst.exe"
 kst() { wine "$kst_exe" "$1" --settings "Z:$demo/none.ini" "${@:2}" >/dev/null; }
 (cd "$demo" && kst add デモ.kst プロジェクト --comment "最初の版")
 sleep 1
