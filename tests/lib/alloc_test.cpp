@@ -10,6 +10,7 @@
 
 #include "lib/larr.h"
 #include "lib/lstr.h"
+#include "support/address_space.h"
 #include "support/recorder.h"
 
 TEST(Alloc, SizeClassesAtTheirBoundaries) {
@@ -102,6 +103,7 @@ TEST(Alloc, GrowthReachesTheTopOfThirtyTwoBits) {
 }
 
 TEST(Alloc, TheLargestBlockIsCountedIn64Bits) {
+  KST_SKIP_WITHOUT_ROOM_FOR_2_GIB();
   FAllocStats before = FAllocTotals();
   char* block = static_cast<char*>(FAlloc(INT32_MAX));
   block[INT32_MAX - 1] = 1;
