@@ -10,6 +10,7 @@
 #include "lib/task_pool.h"
 #include "store/add_command.h"
 #include "store/codec_scratch.h"
+#include "store/codec_threads.h"
 #include "store/job_batch.h"
 #include "store/progress.h"
 #include "store/progress_level.h"
@@ -108,6 +109,7 @@ class TAddStore {
   TAddStore(TWorkSet& work, const TAddOptions& options)
       : work_(work),
         options_(options),
+        budget_(options.threads),
         pool_(new LTaskPool(options.threads > 0 ? options.threads : SysCoreCount(),
                             FFreeCodecScratch)) {
     for (TVer* ver : work.versions) {
@@ -195,6 +197,8 @@ class TAddStore {
 
   TWorkSet& work_;
   const TAddOptions& options_;
+  // The encoders of the pool and any helper of theirs share these threads.
+  TCodecThreadBudget budget_;
   LArrOf<TVer*> order_;
   LArrOf<TStoreJob*, LDelete<TStoreJob*>> jobs_;
   LArrOf<TStoreJob::Batch*, LDelete<TStoreJob::Batch*>> batches_;

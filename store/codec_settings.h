@@ -16,4 +16,8 @@ struct TCodecSettings {
   int32_t stopPercent = 5;
   // Non-zero makes the self compression emit its whole input as one literal.
   int32_t noPack = 0;
+  // Gaps at least this long are parsed on two threads when one is idle
+  // (0: never). A helper costs a thread and its own table of rings, which
+  // shorter gaps do not repay.
+  int32_t splitLength = 2 << 20;
 };

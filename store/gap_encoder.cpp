@@ -1,41 +1,89 @@
 #include "store/gap_encoder.h"
 
 #include <algorithm>
+#include <memory>
 
+#include "store/codec_threads.h"
+#include "store/gap_helper.h"
+#include "store/gap_parse.h"
 #include "store/progress_ticker.h"
 
 namespace {
-// Bytes hashed per position; shorter copies are not written.
-const int32_t kHashed = 6;
+
+// Where the helper of a long gap starts, as a share of the gap. The helper
+// first gives its table every position before its start, which costs about
+// a third of parsing them, so the halves take about as long when the
+// helper's is four tenths.
+const int32_t kHelperStartPercent = 60;
+
+// Writes the tokens of a parse: a literal run up to each copy, then the
+// copy. A parse that a helper shares stops at the helper's start, and
+// later at the first position the helper's parse stepped to as well.
+class TTokenSink {
+ public:
+  TTokenSink(const uint8_t* target, int32_t from, TTokenWriter& out)
+      : target_(target), out_(out), literalStart_(from) {}
+
+  void shareWith(TGapHelper* helper, int32_t start) {
+    helper_ = helper;
+    helperStart_ = start;
+  }
+  // From now on the parse stops where the helper's parse went too.
+  void meet() { meeting_ = true; }
+
+  bool at(int32_t p) {
+    if (helper_ == nullptr) {
+      progress_.reach(p);
+      return true;
+    }
+    progress_.reach(std::min(p, helperStart_) + helper_->parsed());
+    return meeting_ ? !helper_->visits(p) : p < helperStart_;
+  }
+  void copy(int32_t pos, int32_t len, int32_t distance) {
+    out_.literal(target_ + literalStart_, pos - literalStart_);
+    out_.selfCopy(len, distance);
+    literalStart_ = pos + len;
+  }
+  void finish(int32_t to) { out_.literal(target_ + literalStart_, to - literalStart_); }
+
+ private:
+  const uint8_t* const target_;
+  TTokenWriter& out_;
+  int32_t literalStart_;
+  TProgressTicker progress_;
+  TGapHelper* helper_ = nullptr;
+  int32_t helperStart_ = 0;
+  bool meeting_ = false;
+};
+
 }  // namespace
 
 void FEncodeGap(const uint8_t* target, int32_t from, int32_t to, TTokenWriter& out, int32_t reseed,
-                TGapChains& table) {
+                TGapChains& table, int32_t splitLength) {
+  // A helper's table is given the positions from the seed on, which are all
+  // that a table holds only while nothing before this gap went into it.
+  const bool fresh = table.ringCount() == 0;
   const int32_t seedStart = static_cast<int32_t>(std::max<int64_t>(int64_t{from} - reseed, 0));
-  const int32_t seedEnd = std::min(from, to - kHashed);
+  const int32_t seedEnd = std::min(from, to - kGapHashed);
   table.insertRun(seedStart, seedEnd);
 
-  TProgressTicker progress;
-  int32_t p = from;
-  int32_t literalStart = from;
-  while (p < to - kHashed) {
-    progress.reach(p);
-    const uint32_t bucket = TGapChains::bucketOf(target + p);
-    const uint32_t tag = TGapChains::tagOf(target + p);
-    if (const TChainRing* ring = table.ring(bucket)) {
-      int32_t source = 0;
-      const int32_t len = table.longest(*ring, tag, p, to, &source);
-      if (len >= kHashed) {
-        out.literal(target + literalStart, p - literalStart);
-        out.selfCopy(len, p - source);
-        table.insertRun(p, p + len);
-        p += len;
-        literalStart = p;
-        continue;
-      }
-    }
-    table.insert(bucket, tag, p);
-    p++;
+  TTokenSink sink(target, from, out);
+  TCodecThread spare;
+  std::unique_ptr<TGapHelper> helper;
+  if (fresh && splitLength > 0 && to - from >= splitLength && spare.take()) {
+    const int32_t start = from + static_cast<int32_t>(int64_t{to - from} * kHelperStartPercent / 100);
+    helper.reset(new TGapHelper(target, seedStart, start, to));
+    sink.shareWith(helper.get(), start);
   }
-  out.literal(target + literalStart, to - literalStart);
+  const int32_t p = FParseGap(target, from, to, table, sink);
+  if (p < to) {
+    // Stopped at the helper's start: on to where the parses meet, or to the
+    // end alone if the helper failed.
+    if (helper->finish())
+      sink.meet();
+    else
+      sink.shareWith(nullptr, 0);
+    if (FParseGap(target, p, to, table, sink) < to) helper->sendRemainingCopies(sink);
+  }
+  sink.finish(to);
 }

@@ -14,5 +14,9 @@
 // so the range's last 6 bytes are never the start of one. The target must
 // have the zero tail of a THeldBuf: positions near `to` are hashed on bytes
 // behind it.
+//
+// A gap of at least `splitLength` bytes (0: none) into a table that nothing
+// went into before is parsed on two threads when the codec's budget has one
+// idle; the tokens are the same either way.
 void FEncodeGap(const uint8_t* target, int32_t from, int32_t to, TTokenWriter& out, int32_t reseed,
-                TGapChains& table);
+                TGapChains& table, int32_t splitLength);

@@ -2,6 +2,7 @@
 
 #include "store/coarse_match.h"
 #include "store/codec_scratch.h"
+#include "store/codec_threads.h"
 #include "store/gap_encoder.h"
 #include "store/progress_level.h"
 #include "store/token_writer.h"
@@ -30,6 +31,8 @@ void findCoarseMatches(TCoarseInput& in, int32_t stopPercent, TMatchList& matche
 int32_t FEncodeVersion(const THeldView& target, const THeldView* reference, LStream& out,
                        const TCodecSettings& settings) {
   TProgressLevel level;
+  TCodecThread self;
+  self.take();
   TMatchList matches;
   if (reference != nullptr) {
     TCoarseInput in(target.bytes, target.size, reference->bytes, reference->size,
@@ -43,12 +46,15 @@ int32_t FEncodeVersion(const THeldView& target, const THeldView* reference, LStr
   int32_t done = 0;
   int32_t matched = 0;
   for (const TMatch* m : matches) {
-    if (done < m->pos) FEncodeGap(target.bytes, done, m->pos, tokens, settings.gapWindow, table);
+    if (done < m->pos)
+      FEncodeGap(target.bytes, done, m->pos, tokens, settings.gapWindow, table,
+                 settings.splitLength);
     tokens.refCopy(m->len, m->pos - m->refPos);
     matched += m->len - 3;
     done = m->pos + m->len;
   }
   if (done < target.size)
-    FEncodeGap(target.bytes, done, target.size, tokens, settings.gapWindow, table);
+    FEncodeGap(target.bytes, done, target.size, tokens, settings.gapWindow, table,
+               settings.splitLength);
   return matched >= target.size - 3 ? target.size : matched;
 }

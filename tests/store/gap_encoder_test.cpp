@@ -13,7 +13,8 @@ Bytes EncodeGap(const Bytes& target, int32_t from, int32_t reseed) {
   LStr out;
   LMemOutStream stream(out);
   TTokenWriter tokens(stream);
-  FEncodeGap(buf.data(), from, static_cast<int32_t>(target.size()), tokens, reseed, table);
+  FEncodeGap(buf.data(), from, static_cast<int32_t>(target.size()), tokens, reseed, table,
+             /*splitLength=*/0);
   return Bytes(out.ptr, out.length);
 }
 

@@ -1,0 +1,59 @@
+// A long gap parsed on two threads gives the tokens of one thread, wherever
+// the two parses meet: on text, on bytes with hardly a repeat, on many short
+// repeats, on one copy that runs past the helper's start, and in a gap that
+// begins inside the target.
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+#include "lib/mem_stream.h"
+#include "store/codec_helpers.h"
+#include "store/codec_threads.h"
+#include "store/gap_encoder.h"
+
+namespace {
+
+Bytes EncodeGap(const Bytes& target, int32_t from, int32_t splitLength) {
+  THeldBuf buf = Held(target);
+  TGapChains table(buf.data());
+  LStr out;
+  LMemOutStream stream(out);
+  TTokenWriter tokens(stream);
+  FEncodeGap(buf.data(), from, buf.size(), tokens, /*reseed=*/2000, table, splitLength);
+  return Bytes(out.ptr, out.length);
+}
+
+Bytes Words(std::mt19937& rng, size_t n) {
+  static const char* const kWords[] = {"int",    "return", "const ", "static", "(void)", "struct",
+                                       "\n",     "  ",     "{",      "};\n",   "#define", "size_t",
+                                       "uint8_t", "if (",  "else",   "for (",  "while",   "x, y"};
+  Bytes text;
+  while (text.size() < n) text += kWords[rng() % (sizeof kWords / sizeof kWords[0])];
+  return text.substr(0, n);
+}
+
+void ExpectSameOnTwoThreads(const Bytes& target, int32_t from) {
+  const Bytes alone = EncodeGap(target, from, /*splitLength=*/0);
+  EXPECT_EQ(EncodeGap(target, from, /*splitLength=*/1), alone)
+      << "size " << target.size() << ", from " << from;
+}
+
+TEST(GapSplit, TokensDoNotDependOnTheSecondThread) {
+  TCodecThreadBudget budget(2);
+  std::mt19937 rng(7);
+  const Bytes block = RandomBytes(rng, 5000);
+  Bytes repeated;
+  for (int i = 0; i < 40; i++) repeated += block;
+  const Bytes inputs[] = {Words(rng, 300000), RandomBytes(rng, 100000),
+                          RandomBytes(rng, 200000, /*alphabet=*/4), repeated};
+  // Lengths that move the helper's start against the copies around it.
+  for (const Bytes& input : inputs)
+    for (size_t cut : {0, 1, 7, 1000, 33333}) {
+      const Bytes target = input.substr(0, input.size() - cut);
+      ExpectSameOnTwoThreads(target, 0);
+      ExpectSameOnTwoThreads(target, static_cast<int32_t>(target.size() / 3));
+    }
+}
+
+}  // namespace
