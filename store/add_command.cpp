@@ -24,7 +24,9 @@ struct AddRun {
   const TAddOptions& options;
 };
 
-int32_t addEntry(const char* path, TRecF* parent, const SysFileInfo& info, AddRun& run);
+// Adds the file or folder at path, named `name` in the archive.
+int32_t addEntry(const char* path, const char* name, TRecF* parent, const SysFileInfo& info,
+                 AddRun& run);
 
 // Leaves an entry out with a warning, counted as refused; returns the 0
 // versions it gave.
@@ -48,10 +50,10 @@ LStr childPath(const char* folder, const LStr& name) {
   return path;
 }
 
-int32_t addFolder(const char* path, TRecF* parent, const SysFileInfo& info, AddRun& run) {
+int32_t addFolder(const char* path, const char* name, TRecF* parent, const SysFileInfo& info,
+                  AddRun& run) {
   if (FWorkSet()->stopState != kStopRun) FCheckStop();
-  LStr name = FNameOf(path);
-  TRec* existing = parent->findChild(name.ptr);
+  TRec* existing = parent->findChild(name);
   if (existing != nullptr && !existing->isFolder())
     FError(kMsgErrorBox, "「%s」はファイルとしてすでに存在します", treePath(existing).ptr);
   TFolder* folder = static_cast<TFolder*>(existing);
@@ -63,7 +65,7 @@ int32_t addFolder(const char* path, TRecF* parent, const SysFileInfo& info, AddR
   } fresh;
   if (folder == nullptr) {
     folder = fresh.folder = new TFolder;
-    folder->setName(name.ptr);
+    folder->setName(name);
     folder->time = FToUnixTime(info.created);
     folder->parent = parent;  // for paths while the walk runs
   }
@@ -73,7 +75,7 @@ int32_t addFolder(const char* path, TRecF* parent, const SysFileInfo& info, AddR
   for (const TFolderEntry* entry : entries) {
     FCheckStop();
     LStr entryPath = childPath(path, entry->name);
-    added += addEntry(entryPath.ptr, folder, entry->info, run);
+    added += addEntry(entryPath.ptr, entry->name.ptr, folder, entry->info, run);
   }
   // No empty folders: a new folder that gave no version leaves no trace.
   if (fresh.folder != nullptr && added > 0) {
@@ -83,12 +85,12 @@ int32_t addFolder(const char* path, TRecF* parent, const SysFileInfo& info, AddR
   return added;
 }
 
-int32_t addFile(const char* path, TRecF* parent, const SysFileInfo& info, AddRun& run) {
+int32_t addFile(const char* path, const char* name, TRecF* parent, const SysFileInfo& info,
+                AddRun& run) {
   TWorkSet* work = FWorkSet();
   work->seen++;
   int64_t modified = FToUnixTime(FCleanTime(info.modified));
-  LStr name = FNameOf(path);
-  TFile* file = FFileItem(parent, name.ptr, /*create=*/false);
+  TFile* file = FFileItem(parent, name, /*create=*/false);
   TVer* newest = file ? file->latestVer() : nullptr;
   // Same date and size as the newest version: skipped without reading.
   if (run.options.skipEquDtF && newest != nullptr && newest->size == info.size &&
@@ -97,7 +99,7 @@ int32_t addFile(const char* path, TRecF* parent, const SysFileInfo& info, AddRun
     return 0;
   }
   if (run.cond != nullptr) {
-    TAddCandidate candidate{name.ptr,       modified, info.size, path, FAttrBits(info.attributes),
+    TAddCandidate candidate{name, modified, info.size, path, FAttrBits(info.attributes),
                             file != nullptr};
     if (!FAddCondTest(candidate, *run.cond)) return 0;
   }
@@ -111,7 +113,7 @@ int32_t addFile(const char* path, TRecF* parent, const SysFileInfo& info, AddRun
     return notAdded("「%s」は読み出せないので追加しません (%s)", path, reason.ptr);
   }
   SysCloseFile(probe);
-  if (file == nullptr) file = FFileItem(parent, name.ptr, /*create=*/true);
+  if (file == nullptr) file = FFileItem(parent, name, /*create=*/true);
 
   TVer* ver = new TVer;
   ver->flags = kVerNew;
@@ -133,7 +135,8 @@ int32_t addFile(const char* path, TRecF* parent, const SysFileInfo& info, AddRun
   return 1;
 }
 
-int32_t addEntry(const char* path, TRecF* parent, const SysFileInfo& info, AddRun& run) {
+int32_t addEntry(const char* path, const char* name, TRecF* parent, const SysFileInfo& info,
+                 AddRun& run) {
   // A link that is still marked as one leads to a folder or nowhere: a link
   // to a file is described by its target.
   if (info.attributes & kSysAttrLink) {
@@ -145,9 +148,9 @@ int32_t addEntry(const char* path, TRecF* parent, const SysFileInfo& info, AddRu
     return notAdded("「%s」は通常のファイルではないので追加しません", path);
   if (info.attributes & kSysAttrDirectory) {
     if (!parent->isFolder()) FError(kMsgErrorBox, "フォルダをファイルに追加することはできません");
-    return addFolder(path, parent, info, run);
+    return addFolder(path, name, parent, info, run);
   }
-  return addFile(path, parent, info, run);
+  return addFile(path, name, parent, info, run);
 }
 
 void addPath(const char* given, TRecF* target, AddRun& run) {
@@ -159,7 +162,8 @@ void addPath(const char* given, TRecF* target, AddRun& run) {
   SysFileInfo info;
   if (!SysStat(path.ptr, &info))
     FError(kMsgErrorBox, "ファイル/フォルダ「%s」が見つかりません", path.ptr);
-  addEntry(path.ptr, target, info, run);
+  const LStr name = FNameOf(path.ptr);
+  addEntry(path.ptr, name.ptr, target, info, run);
 }
 
 }  // namespace
