@@ -10,8 +10,17 @@ require wine:wine wineboot:wine wineserver:wine
 marlett=/usr/share/wine/fonts/marlett.ttf
 [ -f "$marlett" ] || { echo "wine-prefix.sh: $marlett is missing (package fonts-wine)" >&2; exit 127; }
 
-stamp="$WINEPREFIX/.kestrom-prefix-3"
+# A 64-bit prefix made before Debian's 32-bit Wine was installed has no
+# 32-bit system folder, and Wine's launcher, which then starts every program
+# through the 32-bit loader, fails in it: such a prefix of ours is made again.
+wow=""
+[ "$WINEARCH" = win64 ] && [ -x /usr/lib/wine/wine ] && wow="-wow"
+stamp="$WINEPREFIX/.kestrom-prefix-3$wow"
 [ -f "$stamp" ] && exit 0
+if compgen -G "$WINEPREFIX/.kestrom-prefix-*" >/dev/null; then
+  wineserver -k >/dev/null 2>&1 || true
+  rm -rf "$WINEPREFIX"
+fi
 
 mkdir -p "$WINEPREFIX"
 wineboot -i >/dev/null 2>&1
