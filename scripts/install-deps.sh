@@ -21,7 +21,9 @@ sudo_cmd=()
 
 if [ ${#missing[@]} -gt 0 ]; then
   echo "installing: ${missing[*]}"
-  "${sudo_cmd[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq
+  # An index that fails to download (the i386 ones of install-wine32.sh
+  # have) leaves its old copy in use; what cannot be found then fails below.
+  "${sudo_cmd[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq || true
   "${sudo_cmd[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 fi
 
@@ -32,3 +34,5 @@ if ! locale -a 2>/dev/null | grep -qi '^ja_JP\.utf-\?8$'; then
   require locale-gen:locales
   "${sudo_cmd[@]}" locale-gen >/dev/null
 fi
+
+"$(dirname "$0")/install-wine32.sh"

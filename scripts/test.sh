@@ -2,10 +2,8 @@
 # Installs what is missing, builds every configuration and runs every test:
 # Linux natively, Linux under AddressSanitizer and UndefinedBehaviorSanitizer,
 # the Windows build under Wine, the 32-bit Windows build under a 32-bit Wine
-# where Debian's wine32:i386 is installed (compiled only elsewhere:
-# install-deps.sh leaves it out, since i386 packages from a mirror that is
-# half synced do not install beside the amd64 ones), and a short run of
-# every fuzz target.
+# (compiled only where install-wine32.sh could not install Debian's
+# wine32:i386), and a short run of every fuzz target.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 here="$(pwd)/scripts"
