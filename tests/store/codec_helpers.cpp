@@ -7,6 +7,7 @@
 
 #include "lib/mem_stream.h"
 #include "lib/num_coding.h"
+#include "store/gap_encoder.h"
 #include "store/pack_bytes.h"
 #include "store/version_encoder.h"
 #include "store/version_expand.h"
@@ -35,6 +36,16 @@ Bytes Encode(const Bytes& target, const Bytes* reference, int32_t* matched,
   LMemOutStream stream(out);
   int32_t count = FEncodeVersion(tv, reference != nullptr ? &rv : nullptr, stream, settings);
   if (matched != nullptr) *matched = count;
+  return toBytes(out);
+}
+
+Bytes EncodeGap(const Bytes& target, int32_t from, int32_t reseed, int32_t splitLength) {
+  THeldBuf buf = Held(target);
+  TGapChains table(buf.data());
+  LStr out;
+  LMemOutStream stream(out);
+  TTokenWriter tokens(stream);
+  FEncodeGap(buf.data(), from, buf.size(), tokens, reseed, table, splitLength);
   return toBytes(out);
 }
 

@@ -17,6 +17,10 @@ Bytes Pack(const Bytes& raw, const TCodecSettings& settings = TCodecSettings());
 // count goes to *matched when given.
 Bytes Encode(const Bytes& target, const Bytes* reference, int32_t* matched = nullptr,
              const TCodecSettings& settings = TCodecSettings());
+// The tokens of one gap, target[from, end), of a fresh table seeded with up
+// to `reseed` positions before it; gaps of `splitLength` bytes or more are
+// parsed on two threads where one is idle (0: never).
+Bytes EncodeGap(const Bytes& target, int32_t from, int32_t reseed, int32_t splitLength = 0);
 // The held form back from a stored form; the raw bytes back from a held form.
 Bytes ExpandStored(const Bytes& stored, int32_t rawSize, const Bytes* referenceHeld);
 Bytes ExpandRaw(const Bytes& held, int32_t rawSize);

@@ -2,21 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "lib/mem_stream.h"
 #include "store/codec_helpers.h"
 
 namespace {
-
-Bytes EncodeGap(const Bytes& target, int32_t from, int32_t reseed) {
-  THeldBuf buf = Held(target);
-  TGapChains table(buf.data());
-  LStr out;
-  LMemOutStream stream(out);
-  TTokenWriter tokens(stream);
-  FEncodeGap(buf.data(), from, static_cast<int32_t>(target.size()), tokens, reseed, table,
-             /*splitLength=*/0);
-  return Bytes(out.ptr, out.length);
-}
 
 // All bytes of "abcdefgh12" differ, so no earlier six bytes repeat until the
 // probe at 10 finds position 0: 8 bytes in common ('1' against '3'). The

@@ -7,22 +7,11 @@
 #include <random>
 #include <string>
 
-#include "lib/mem_stream.h"
 #include "store/codec_helpers.h"
 #include "store/codec_threads.h"
 #include "store/gap_encoder.h"
 
 namespace {
-
-Bytes EncodeGap(const Bytes& target, int32_t from, int32_t splitLength) {
-  THeldBuf buf = Held(target);
-  TGapChains table(buf.data());
-  LStr out;
-  LMemOutStream stream(out);
-  TTokenWriter tokens(stream);
-  FEncodeGap(buf.data(), from, buf.size(), tokens, /*reseed=*/2000, table, splitLength);
-  return Bytes(out.ptr, out.length);
-}
 
 Bytes Words(std::mt19937& rng, size_t n) {
   static const char* const kWords[] = {"int",    "return", "const ", "static", "(void)", "struct",
@@ -34,8 +23,8 @@ Bytes Words(std::mt19937& rng, size_t n) {
 }
 
 void ExpectSameOnTwoThreads(const Bytes& target, int32_t from) {
-  const Bytes alone = EncodeGap(target, from, /*splitLength=*/0);
-  EXPECT_EQ(EncodeGap(target, from, /*splitLength=*/1), alone)
+  const Bytes alone = EncodeGap(target, from, /*reseed=*/2000);
+  EXPECT_EQ(EncodeGap(target, from, /*reseed=*/2000, /*splitLength=*/1), alone)
       << "size " << target.size() << ", from " << from;
 }
 
