@@ -71,7 +71,8 @@ void FEncodeGap(const uint8_t* target, int32_t from, int32_t to, TTokenWriter& o
   TCodecThread spare;
   std::unique_ptr<TGapHelper> helper;
   if (fresh && splitLength > 0 && to - from >= splitLength && spare.take()) {
-    const int32_t start = from + static_cast<int32_t>(int64_t{to - from} * kHelperStartPercent / 100);
+    const int32_t start =
+        from + static_cast<int32_t>(int64_t{to - from} * kHelperStartPercent / 100);
     helper.reset(new TGapHelper(target, seedStart, start, to));
     sink.shareWith(helper.get(), start);
   }

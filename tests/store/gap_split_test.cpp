@@ -14,9 +14,9 @@
 namespace {
 
 Bytes Words(std::mt19937& rng, size_t n) {
-  static const char* const kWords[] = {"int",    "return", "const ", "static", "(void)", "struct",
-                                       "\n",     "  ",     "{",      "};\n",   "#define", "size_t",
-                                       "uint8_t", "if (",  "else",   "for (",  "while",   "x, y"};
+  static const char* const kWords[] = {"int",     "return", "const ", "static", "(void)",  "struct",
+                                       "\n",      "  ",     "{",      "};\n",   "#define", "size_t",
+                                       "uint8_t", "if (",   "else",   "for (",  "while",   "x, y"};
   Bytes text;
   while (text.size() < n) text += kWords[rng() % (sizeof kWords / sizeof kWords[0])];
   return text.substr(0, n);
