@@ -7,8 +7,9 @@
 # Release file ("Mirror sync in progress?"), and without it the i386
 # libraries stay at versions older than their amd64 pairs, which must be the
 # same. The index that was served matches the amd64 one, so when apt refuses
-# it, it is fetched as it is and put where apt keeps its lists; the packages
-# it names are still checked against their hashes when they are fetched.
+# it, it is fetched as it is and put where apt keeps its lists. That index is
+# not checked against the signed Release file (its checksum is the one that
+# does not match); apt checks the packages against the hashes it gives.
 set -uo pipefail
 . "$(dirname "$0")/require.sh"
 require apt-get:apt dpkg:dpkg /usr/lib/apt/apt-helper:apt xz:xz-utils
