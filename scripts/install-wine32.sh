@@ -32,12 +32,12 @@ index="dists/$VERSION_CODENAME-security/main/binary-i386/Packages"
 if ! as_root apt-get update -qq >/dev/null 2>&1 && ! compgen -G "$lists/*_debian-security_${index//\//_}*" >/dev/null; then
   mirror=$(grep -rhE '^(URIs:|deb )' /etc/apt/sources.list /etc/apt/sources.list.d/ 2>/dev/null |
     grep -oE 'https?://[^ ]+/debian-security' | head -1)
-  fetched=$(mktemp)
-  if [ -n "$mirror" ] && /usr/lib/apt/apt-helper download-file "$mirror/$index.xz" "$fetched.xz" >/dev/null 2>&1; then
+  fetched=$(mktemp --suffix=.xz)
+  if [ -n "$mirror" ] && /usr/lib/apt/apt-helper download-file "$mirror/$index.xz" "$fetched" >/dev/null 2>&1; then
     host_path="${mirror#*://}"
-    xz -dc "$fetched.xz" | as_root tee "$lists/${host_path//\//_}_${index//\//_}" >/dev/null
+    xz -dc "$fetched" | as_root tee "$lists/${host_path//\//_}_${index//\//_}" >/dev/null
   fi
-  rm -f "$fetched" "$fetched.xz"
+  rm -f "$fetched"
 fi
 
 # The SASL libraries are named so that apt's resolver, which otherwise gives

@@ -76,13 +76,13 @@ void FPackBytes(const uint8_t* bytes, int32_t length, LStream& out,
   TProgressTicker progress;
   TTokenWriter tokens(out);
   int32_t literalStart = 0;
-  int32_t lo = 0;
   int32_t p = 0;
-  int32_t windowStart = 0;
-  uint32_t window = ~0u;  // no window yet: every position may have one
+  // p only grows, so a window is made again once p has passed its end.
+  int32_t windowStart = -kWindow;
+  uint32_t window = 0;
   while (settings.noPack == 0 && p < length - 4) {
     if (p >= kFarthest && p <= length - kWindowReads) {
-      if (p < windowStart || p - windowStart >= kWindow) {
+      if (p - windowStart >= kWindow) {
         windowStart = p;
         window = maybeRepeats(bytes + p);
       }
@@ -96,7 +96,7 @@ void FPackBytes(const uint8_t* bytes, int32_t length, LStream& out,
       }
       p += __builtin_ctz(probes);
     }
-    lo = std::max(lo, p - kFarthest);
+    const int32_t lo = std::max(0, p - kFarthest);
     bool taken = false;
     // Nearest candidate first; a candidate may overlap the probe.
     for (uint32_t found = candidatesOf(bytes, p, lo, length); found != 0 && !taken;) {
