@@ -40,6 +40,34 @@ TChainRing* TGapChains::newRing(uint32_t bucket) {
   return ring;
 }
 
+void TGapChains::fillEmpty(int32_t from, int32_t to, const std::function<void()>& poll) {
+  // Newest first, each ring is filled from its last slot down; a ring that
+  // ends up full then holds its positions oldest to newest from slot 0 with
+  // the next insertion at slot 0, as forward insertion leaves it. A ring
+  // with fewer is moved down to slot 0 afterwards.
+  uint8_t taken[kBuckets] = {};
+  const uint8_t* const target = target_;
+  for (int32_t at = to - 1; at >= from; at--) {
+    if (((to - 1 - at) & 0xFFFF) == 0) poll();
+    const uint32_t bucket = bucketOf(target + at);
+    if (taken[bucket] == TChainRing::kSlots) continue;
+    TChainRing* ring = buckets_[bucket];
+    if (ring == nullptr) ring = buckets_[bucket] = newRing(bucket);
+    const int32_t slot = TChainRing::kSlots - 1 - taken[bucket]++;
+    ring->tags[slot] = static_cast<uint16_t>(tagOf(target + at));
+    ring->positions[slot] = at;
+  }
+  for (int32_t i = 0; i < rings_; i++) {
+    TChainRing& ring = blocks_[i / kRingsPerBlock][i % kRingsPerBlock];
+    const int32_t count = taken[ring.bucket];
+    const int32_t first = TChainRing::kSlots - count;
+    std::memmove(ring.tags, ring.tags + first, count * sizeof ring.tags[0]);
+    std::memmove(ring.positions, ring.positions + first, count * sizeof ring.positions[0]);
+    ring.count = static_cast<int16_t>(count);
+    ring.head = static_cast<int16_t>(count % TChainRing::kSlots);
+  }
+}
+
 int32_t TGapChains::longest(const TChainRing& ring, uint32_t tag, int32_t position, int32_t limit,
                             int32_t* from) const {
   // Only entries with the same six bytes can reach the six that a copy

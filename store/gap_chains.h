@@ -10,6 +10,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 #include "lib/larr.h"
 #include "store/byte_match.h"
@@ -81,6 +82,15 @@ class TGapChains {
     ring->head = static_cast<int16_t>(ring->head + 1 == TChainRing::kSlots ? 0 : ring->head + 1);
     if (ring->count < TChainRing::kSlots) ring->count++;
   }
+
+  // Gives an empty table the positions from `from` up to `to`, leaving it as
+  // insertRun would. It walks them backward and fills each ring only with
+  // the last 50 of its bucket, so that the positions a ring would drop cost
+  // a hash and no store: a second thread that needs the table of a position
+  // far into the target builds it at a fraction of the cost of inserting.
+  // It calls `poll` first and then every 65536 positions; poll may end the
+  // fill by throwing.
+  void fillEmpty(int32_t from, int32_t to, const std::function<void()>& poll);
 
   // The longest common prefix of the bytes at `position` with those at any
   // position in `ring`, bounded by limit - position; among equal lengths the

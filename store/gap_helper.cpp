@@ -1,7 +1,5 @@
 #include "store/gap_helper.h"
 
-#include <algorithm>
-
 #include "lib/fail.h"
 #include "store/gap_parse.h"
 #include "store/progress.h"
@@ -53,12 +51,7 @@ void TGapHelper::poll() const {
 void TGapHelper::run() {
   TQuietProgress quiet;
   TGapChains table(target_);
-  // The positions before the start, in the encoder's order, a stretch at a
-  // time so that a stop is seen within the stride.
-  for (int32_t at = seedFrom_; at < start_; at += kStride) {
-    poll();
-    table.insertRun(at, std::min(at + kStride, start_));
-  }
+  table.fillEmpty(seedFrom_, start_, [this] { poll(); });
   Recorder recorder(*this);
   FParseGap(target_, start_, to_, table, recorder);
   parsed_.store(to_ - start_, std::memory_order_relaxed);

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+#include <utility>
+#include <vector>
+
 #include "store/codec_helpers.h"
 
 namespace {
@@ -61,6 +65,48 @@ TEST(GapChains, RingKeepsTheLastFiftyAndNewestWinsTies) {
                              end, &from));
   EXPECT_EQ(10 + 8 * 49, from);
   EXPECT_EQ(1, table.ringCount());
+}
+
+// The positions of a ring with their fingerprints, newest first.
+std::vector<std::pair<int32_t, uint16_t>> NewestFirst(const TChainRing* ring) {
+  std::vector<std::pair<int32_t, uint16_t>> entries;
+  if (ring == nullptr) return entries;
+  for (int32_t i = 1; i <= ring->count; i++) {
+    const int32_t slot = (ring->head - i + TChainRing::kSlots) % TChainRing::kSlots;
+    entries.emplace_back(ring->positions[slot], ring->tags[slot]);
+  }
+  return entries;
+}
+
+void ExpectSameRings(const TGapChains& a, const TGapChains& b, const char* when) {
+  for (uint32_t bucket = 0; bucket < TGapChains::kBuckets; bucket++)
+    ASSERT_EQ(NewestFirst(a.ring(bucket)), NewestFirst(b.ring(bucket)))
+        << "bucket " << bucket << " " << when;
+}
+
+// Filling backward must leave every ring as inserting forward does: rings
+// that overflow many times, rings with fewer than fifty, and rings that the
+// next insertions then wrap around.
+TEST(GapChains, FillingAnEmptyTableBackwardMatchesInsertingForward) {
+  std::mt19937 rng(3);
+  Bytes target = RandomBytes(rng, 30000, /*alphabet=*/3) + RandomBytes(rng, 30000);
+  const THeldBuf buf = Held(target);
+  const int32_t from = 700;
+  const int32_t to = 45000;
+  TGapChains forward(buf.data());
+  forward.insertRun(from, to);
+  TGapChains filled(buf.data());
+  filled.insertRun(0, 10);
+  filled.reset(buf.data());
+  int32_t polls = 0;
+  filled.fillEmpty(from, to, [&polls] { polls++; });
+  ExpectSameRings(forward, filled, "after the fill");
+  EXPECT_EQ(forward.ringCount(), filled.ringCount());
+  EXPECT_EQ(1, polls);  // at the first position only
+
+  forward.insertRun(to, buf.size() - 8);
+  filled.insertRun(to, buf.size() - 8);
+  ExpectSameRings(forward, filled, "after more insertions");
 }
 
 TEST(GapChains, HashesThreeLittleEndianWords) {
