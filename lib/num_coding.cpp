@@ -3,12 +3,6 @@
 #include "lib/fail.h"
 
 namespace {
-// First value of each range of the variable number, by its count of bytes
-// after the tag byte.
-const uint32_t kRangeStart[5] = {0, 128, 16512, 2113664, 270549120};
-// The tag bits of the first byte, by the same count.
-const uint32_t kTag[5] = {0x00, 0x80, 0xC0, 0xE0, 0xF0};
-
 // Strings are read in pieces, so a damaged length cannot make one large
 // allocation before the end of the stream is found.
 const int32_t kStringPiece = 65536;
@@ -42,9 +36,9 @@ uint32_t decodeNum(NextByte next) {
     FFormatError(kFormatEndOfData);
   }
   for (int i = 0; i < more; i++) w = w << 8 | static_cast<uint32_t>(next());
-  if (more == 4 && ((first & 0x07) != 0 || w > UINT32_MAX - kRangeStart[4]))
+  if (more == 4 && ((first & 0x07) != 0 || w > UINT32_MAX - kNumRangeStart[4]))
     FFormatError(kFormatBadNumber);
-  return w + kRangeStart[more];
+  return w + kNumRangeStart[more];
 }
 
 uint32_t undoDiff(uint32_t n, uint32_t base) {
@@ -57,25 +51,22 @@ uint32_t undoDiff(uint32_t n, uint32_t base) {
 }  // namespace
 
 void FWriteNum(LStream& stream, uint32_t value) {
-  int more = 4;
-  while (more > 0 && value < kRangeStart[more]) more--;
-  uint32_t w = value - kRangeStart[more];
-  unsigned char bytes[5];
-  bytes[0] = static_cast<unsigned char>(kTag[more] | (more < 4 ? w >> (8 * more) : 0));
-  for (int i = 1; i <= more; i++) bytes[i] = static_cast<unsigned char>(w >> (8 * (more - i)));
-  stream.write(bytes, more + 1);
+  uint8_t bytes[kNumMaxBytes];
+  stream.write(bytes, FEncodeNum(value, bytes));
 }
 
 uint32_t FReadNum(LSrm& srm) {
   return decodeNum([&srm] { return nextByte(srm); });
 }
 
-void FWriteDiff(LStream& stream, uint32_t value, uint32_t base) {
+uint32_t FDiffNum(uint32_t value, uint32_t base) {
   int32_t d = static_cast<int32_t>(value - base);
-  if (d >= 0)
-    FWriteNum(stream, static_cast<uint32_t>(d) * 2);
-  else
-    FWriteNum(stream, (0 - static_cast<uint32_t>(d)) * 2 | 1);
+  if (d >= 0) return static_cast<uint32_t>(d) * 2;
+  return (0 - static_cast<uint32_t>(d)) * 2 | 1;
+}
+
+void FWriteDiff(LStream& stream, uint32_t value, uint32_t base) {
+  FWriteNum(stream, FDiffNum(value, base));
 }
 
 uint32_t FReadDiff(LSrm& srm, uint32_t base) { return undoDiff(FReadNum(srm), base); }

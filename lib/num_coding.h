@@ -29,6 +29,25 @@ enum : int {
   kFormatEndOfData = 312,
 };
 
+// First value of each range of the variable number, by its count of bytes
+// after the tag byte.
+inline constexpr uint32_t kNumRangeStart[5] = {0, 128, 16512, 2113664, 270549120};
+// The tag bits of the first byte, by the same count.
+inline constexpr uint32_t kNumTag[5] = {0x00, 0x80, 0xC0, 0xE0, 0xF0};
+// The most bytes a variable number takes.
+const int32_t kNumMaxBytes = 5;
+
+// Writes the bytes of a variable number to `to` and returns their count.
+inline int32_t FEncodeNum(uint32_t value, uint8_t* to) {
+  int more = 4;
+  while (more > 0 && value < kNumRangeStart[more]) more--;
+  uint32_t w = value - kNumRangeStart[more];
+  to[0] = static_cast<uint8_t>(kNumTag[more] | (more < 4 ? w >> (8 * more) : 0));
+  for (int i = 1; i <= more; i++) to[i] = static_cast<uint8_t>(w >> (8 * (more - i)));
+  return more + 1;
+}
+// The number FWriteDiff writes for a difference.
+uint32_t FDiffNum(uint32_t value, uint32_t base);
 void FWriteNum(LStream& stream, uint32_t value);
 uint32_t FReadNum(LSrm& srm);
 void FWriteDiff(LStream& stream, uint32_t value, uint32_t base);

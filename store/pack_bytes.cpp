@@ -121,4 +121,5 @@ void FPackBytes(const uint8_t* bytes, int32_t length, LStream& out,
     if (!taken) p += kProbeStep;
   }
   tokens.literal(bytes + literalStart, length - literalStart);
+  tokens.finish();
 }

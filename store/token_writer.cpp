@@ -1,6 +1,7 @@
 #include "store/token_writer.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "lib/num_coding.h"
 #include "store/token_format.h"
@@ -11,14 +12,30 @@ uint32_t tokenHead(int32_t n, uint32_t kind) {
 }
 }  // namespace
 
+void TTokenWriter::number(uint32_t value) {
+  if (used_ > kBufferSize - kNumMaxBytes) finish();
+  used_ += FEncodeNum(value, buffer_ + used_);
+}
+
+void TTokenWriter::finish() {
+  if (used_ > 0) out_.write(buffer_, used_);
+  used_ = 0;
+}
+
 // Runs longer than a token's length field are written as several tokens: a
 // literal in pieces, a copy in pieces with the same distance, which reads
 // on where the piece before stopped.
 void TTokenWriter::literal(const uint8_t* bytes, int32_t n) {
   for (int32_t done = 0; done < n;) {
     const int32_t piece = std::min(n - done, kTokenMaxLength);
-    FWriteNum(out_, tokenHead(piece, kTokenLiteral));
-    out_.write(bytes + done, piece);
+    number(tokenHead(piece, kTokenLiteral));
+    if (piece <= kBufferSize - used_) {
+      std::memcpy(buffer_ + used_, bytes + done, piece);
+      used_ += piece;
+    } else {
+      finish();
+      out_.write(bytes + done, piece);
+    }
     done += piece;
   }
 }
@@ -30,8 +47,8 @@ void TTokenWriter::refCopy(int32_t n, int32_t d) { copy(n, d, kTokenRefCopy); }
 void TTokenWriter::copy(int32_t n, int32_t d, uint32_t kind) {
   for (int32_t done = 0; done < n;) {
     const int32_t piece = std::min(n - done, kTokenMaxLength);
-    FWriteNum(out_, tokenHead(piece, kind));
-    FWriteDiff(out_, static_cast<uint32_t>(d), 0);
+    number(tokenHead(piece, kind));
+    number(FDiffNum(static_cast<uint32_t>(d), 0));
     done += piece;
   }
 }

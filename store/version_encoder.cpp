@@ -56,5 +56,6 @@ int32_t FEncodeVersion(const THeldView& target, const THeldView* reference, LStr
   if (done < target.size)
     FEncodeGap(target.bytes, done, target.size, tokens, settings.gapWindow, table,
                settings.splitLength);
+  tokens.finish();
   return matched >= target.size - 3 ? target.size : matched;
 }

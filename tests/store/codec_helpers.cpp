@@ -46,6 +46,7 @@ Bytes EncodeGap(const Bytes& target, int32_t from, int32_t reseed, int32_t split
   LMemOutStream stream(out);
   TTokenWriter tokens(stream);
   FEncodeGap(buf.data(), from, buf.size(), tokens, reseed, table, splitLength);
+  tokens.finish();
   return toBytes(out);
 }
 

@@ -25,6 +25,7 @@ TEST(LargeSizes, RunsLongerThanATokenAreSplit) {
   writer.selfCopy(INT32_MAX, 1);
   writer.refCopy(kTokenMaxLength + 1, -7);
   writer.selfCopy(kTokenMaxLength, 3);
+  writer.finish();
   Bytes bytes(tokens.ptr, tokens.length);
   EXPECT_EQ(Describe(bytes),
             "S" + kMax + "@1 S" + kMax + "@1 S1@1 R" + kMax + "@-7 R1@-7 S" + kMax + "@3");
@@ -40,6 +41,7 @@ TEST(LargeSizes, ASplitRunExpandsToItsBytes) {
   const uint8_t xy[] = {'x', 'y'};
   writer.literal(xy, 2);
   writer.selfCopy(kTokenMaxLength + 1, 2);
+  writer.finish();
   const int32_t size = kTokenMaxLength + 3;
   THeldBuf raw;
   uint8_t* bytes = raw.prepare(size);
