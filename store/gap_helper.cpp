@@ -1,17 +1,12 @@
 #include "store/gap_helper.h"
 
-#include "lib/fail.h"
 #include "store/gap_parse.h"
 #include "store/progress.h"
-#include "store/work_set.h"
 
 namespace {
 // Positions between two looks at the stop state and at the encoder's wish
 // to be done with the helper.
 const int32_t kStride = 65536;
-// How long the encoder waits for the helper between two looks at the stop
-// state.
-const int32_t kWaitMs = 100;
 }  // namespace
 
 class TGapHelper::Recorder {
@@ -19,7 +14,7 @@ class TGapHelper::Recorder {
   explicit Recorder(TGapHelper& helper) : helper_(helper), next_(helper.start_) {}
   bool at(int32_t p) {
     if (p >= next_) {
-      helper_.poll();
+      helper_.thread_.poll();
       helper_.parsed_.store(p - helper_.start_, std::memory_order_relaxed);
       next_ = p + kStride;
     }
@@ -37,29 +32,15 @@ class TGapHelper::Recorder {
 };
 
 TGapHelper::TGapHelper(const uint8_t* target, int32_t seedFrom, int32_t start, int32_t to)
-    : target_(target), seedFrom_(seedFrom), start_(start), to_(to), pool_(1) {
-  pool_.submit(this);
-}
-
-TGapHelper::~TGapHelper() { abandon_.store(1); }
-
-void TGapHelper::poll() const {
-  if (abandon_.load(std::memory_order_relaxed) != 0) throw static_cast<int>(kThrowStopped);
-  FPollStop();
-}
+    : target_(target), seedFrom_(seedFrom), start_(start), to_(to), thread_(this) {}
 
 void TGapHelper::run() {
   TQuietProgress quiet;
   TGapChains table(target_);
-  table.fillEmpty(seedFrom_, start_, [this] { poll(); });
+  table.fillEmpty(seedFrom_, start_, [this] { thread_.poll(); });
   Recorder recorder(*this);
   FParseGap(target_, start_, to_, table, recorder);
   parsed_.store(to_ - start_, std::memory_order_relaxed);
-}
-
-bool TGapHelper::finish() {
-  while (!pool_.waitFor(this, kWaitMs)) FPollStop();
-  return thrown == 0;
 }
 
 bool TGapHelper::visits(int32_t p) {

@@ -10,6 +10,7 @@
 
 #include "lib/larr.h"
 #include "lib/task_pool.h"
+#include "store/side_thread.h"
 
 class TGapHelper : public LTask {
  public:
@@ -17,9 +18,6 @@ class TGapHelper : public LTask {
   // every position from `seedFrom` on, as the encoder's table is. The
   // target must outlive the helper. The thread starts at once.
   TGapHelper(const uint8_t* target, int32_t seedFrom, int32_t start, int32_t to);
-  // Stops the parse at its next progress point if it still runs, and waits
-  // for its end.
-  ~TGapHelper() override;
   TGapHelper(const TGapHelper&) = delete;
   TGapHelper& operator=(const TGapHelper&) = delete;
 
@@ -28,8 +26,9 @@ class TGapHelper : public LTask {
   // Bytes parsed past the start, for the progress of the whole gap.
   int32_t parsed() const { return parsed_.load(std::memory_order_relaxed); }
   // Waits for the end of the parse, looking at the stop state meanwhile;
-  // true when the parse went to the end.
-  bool finish();
+  // true when the parse went to the end. A helper that ends before stops
+  // its parse at the next progress point and waits for it.
+  bool finish() { return thread_.finish(); }
   // Whether the helper's parse stepped to position p (not inside a copy).
   // Asked for increasing positions from the start on, after finish().
   bool visits(int32_t p);
@@ -44,18 +43,13 @@ class TGapHelper : public LTask {
  private:
   class Recorder;
 
-  // Ends the parse by throwing when a stop was asked for or the encoder no
-  // longer wants it.
-  void poll() const;
-
   const uint8_t* const target_;
   const int32_t seedFrom_;
   const int32_t start_;
   const int32_t to_;
   std::atomic<int32_t> parsed_{0};
-  std::atomic<int32_t> abandon_{0};
   // pos, len, distance of each copy, in order.
   LArrOf<int32_t> copies_;
   int32_t next_ = 0;  // the first copy that does not end before the last visits()
-  LTaskPool pool_;
+  TSideThread thread_;
 };
