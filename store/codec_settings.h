@@ -16,8 +16,9 @@ struct TCodecSettings {
   int32_t stopPercent = 5;
   // Non-zero makes the self compression emit its whole input as one literal.
   int32_t noPack = 0;
-  // Gaps at least this long are parsed on two threads when one is idle
-  // (0: never). A helper costs a thread and its own table of rings, which
-  // shorter gaps do not repay.
+  // Gaps at least this long are parsed, and inputs at least this long are
+  // self compressed, on two threads when one is idle (0: never). A helper
+  // costs a thread, and for a gap its own table of rings, which shorter
+  // work does not repay.
   int32_t splitLength = 2 << 20;
 };

@@ -1,7 +1,7 @@
 // How many threads the codec keeps busy at once. Each encoding counts as one
 // while it runs; one that finds a thread of the budget idle may take it for
-// the second half of a long gap, so that a single large file uses two cores
-// while many small ones use one each.
+// the second half of a long gap or of a long self compression, so that a
+// single large file uses two cores while many small ones use one each.
 #pragma once
 
 #include <cstdint>
