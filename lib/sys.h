@@ -85,6 +85,9 @@ bool SysSeekFile(SysFile file, int64_t position, int64_t* result);
 bool SysTruncateFile(SysFile file);
 bool SysFlushFile(SysFile file);
 bool SysCloseFile(SysFile file);
+// Whether the file could be opened for reading now, with the last error set
+// when not; on POSIX a look at the permissions, cheaper than an open.
+bool SysCanReadFile(const char* path);
 // What tells one state of an open file from another: the file itself (its
 // volume and its index there), its length and its last write time.
 struct SysFileStamp {

@@ -698,6 +698,11 @@ SysFile SysOpenFile(const char* path, char mode) {
   return fd.release();
 }
 
+bool SysCanReadFile(const char* path) {
+  NativeName native(path);
+  return faccessat(AT_FDCWD, native.c_str(), R_OK, AT_EACCESS) == 0;
+}
+
 bool SysReadFile(SysFile file, void* buffer, int32_t size, int32_t* done) {
   if (done != nullptr) *done = 0;
   if (size < 0) {
@@ -761,8 +766,8 @@ SysFile SysTakeLockFile(const char* path) {
   // lock: the lock is then on a file nobody else will find, so it is
   // refused, and the caller's next try makes the file anew.
   struct stat held, named;
-  if (fstat(fd, &held) != 0 || stat(native.c_str(), &named) != 0 ||
-      held.st_dev != named.st_dev || held.st_ino != named.st_ino) {
+  if (fstat(fd, &held) != 0 || stat(native.c_str(), &named) != 0 || held.st_dev != named.st_dev ||
+      held.st_ino != named.st_ino) {
     close(fd);
     errno = EBUSY;
     return kSysNoFile;

@@ -282,6 +282,14 @@ SysFile SysOpenFile(const char* path, char mode) {
   return reinterpret_cast<SysFile>(file);
 }
 
+bool SysCanReadFile(const char* path) {
+  // Only an open tells of a file that another program holds shut.
+  SysFile file = SysOpenFile(path, 'r');
+  if (file == kSysNoFile) return false;
+  SysCloseFile(file);
+  return true;
+}
+
 bool SysReadFile(SysFile file, void* buffer, int32_t size, int32_t* done) {
   DWORD n = 0;
   bool ok = size >= 0 && ReadFile(toHandle(file), buffer, static_cast<DWORD>(size), &n, nullptr);

@@ -99,20 +99,18 @@ int32_t addFile(const char* path, const char* name, TRecF* parent, const SysFile
     return 0;
   }
   if (run.cond != nullptr) {
-    TAddCandidate candidate{name, modified, info.size, path, FAttrBits(info.attributes),
+    TAddCandidate candidate{name,           modified, info.size, path, FAttrBits(info.attributes),
                             file != nullptr};
     if (!FAddCondTest(candidate, *run.cond)) return 0;
   }
   // A file that cannot be read would fail the whole add at its turn, or,
   // when empty, become a version with nothing read.
-  SysFile probe = SysOpenFile(path, 'r');
-  if (probe == kSysNoFile) {
+  if (!SysCanReadFile(path)) {
     LStr reason;
     SysErrorText(SysLastError(), reason);
     work->seen--;  // counted as not added, not as excluded
     return notAdded("「%s」は読み出せないので追加しません (%s)", path, reason.ptr);
   }
-  SysCloseFile(probe);
   if (file == nullptr) file = FFileItem(parent, name, /*create=*/true);
 
   TVer* ver = new TVer;

@@ -14,6 +14,7 @@
 #ifndef _WIN32
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
 
@@ -137,6 +138,31 @@ TEST(SysFile, SecondWriterIsShutOutWithoutHarmWhileReadersGoOn) {
   ASSERT_TRUE(SysCloseFile(writer));
   ASSERT_TRUE(writeFile(path.ptr, "next"));
   EXPECT_EQ(readFile(path.ptr), "next");
+}
+
+// The add asks before it takes a file whether it can be read, by name
+// through the same conversion as an open: a readable Japanese name, a
+// missing file with its reason, and (where permissions bind this user) a
+// file nobody may read.
+TEST(SysFile, CanReadFileAnswersAsAnOpenWould) {
+  TestTempDir dir;
+  LStr readable = dir.file(kJapaneseName);
+  ASSERT_TRUE(writeFile(readable.ptr, "x"));
+  EXPECT_TRUE(SysCanReadFile(readable.ptr));
+
+  EXPECT_FALSE(SysCanReadFile(dir.file("missing.txt").ptr));
+  LStr reason;
+  SysErrorText(SysLastError(), reason);
+  EXPECT_FALSE(reason.empty());
+#ifndef _WIN32
+  if (geteuid() != 0) {
+    LStr shut = dir.file("shut.txt");
+    ASSERT_TRUE(writeFile(shut.ptr, "x"));
+    ASSERT_EQ(0, chmod(shut.ptr, 0));
+    EXPECT_FALSE(SysCanReadFile(shut.ptr));
+    EXPECT_EQ(SysOpenFile(shut.ptr, 'r'), kSysNoFile);
+  }
+#endif
 }
 
 TEST(SysFile, LockFileHasOneHolderAndGoesWithIt) {
