@@ -5,7 +5,7 @@
 
 enum TApplyStage : int {
   kApplyJournalWritten = 1,  // the journal is on disk, the archive untouched
-  kApplyRecordCopied = 2,    // one more update record is in the archive
+  kApplyRecordCopied = 2,    // more update records are in the archive
   kApplyArchiveFlushed = 3,  // the archive is whole, the journal still there
   kApplyCommitted = 4,       // the journal is gone
 };

@@ -2,6 +2,7 @@
 #include "archive/archive.h"
 #include "archive/format.h"
 #include "archive/journal.h"
+#include "archive/record_copy.h"
 #include "archive/update_file.h"
 #include "lib/fail.h"
 #include "lib/fixed_coding.h"
@@ -89,17 +90,9 @@ void FApplyUpdate(TArchive& archive, TUpdateFile& update) {
       FError(kMsgErrorBox, "ファイル「%s」に書き込めません", journal.ptr);
     journaled = true;
     probe(kApplyJournalWritten);
-    source->seek(0);
     // The end of the update file reads as -1 too, so a short file ends the
     // copy without a word.
-    int32_t pos = static_cast<int32_t>(source->getDword());
-    while (pos >= 0) {
-      int32_t length = static_cast<int32_t>(source->getDword());
-      target->seek(pos);
-      target->copyFrom(*source, length < 0 ? 0 : length);
-      probe(kApplyRecordCopied);
-      pos = static_cast<int32_t>(source->getDword());
-    }
+    const int32_t pos = FCopyRecords(*source, *target, [] { probe(kApplyRecordCopied); });
     if (pos != kUpdateEnd)
       FError(kMsgErrorBox, "更新情報ファイルの形式が正しくありません (識別番号=%d)", 1248);
     target->truncate(-1);
