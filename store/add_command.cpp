@@ -22,6 +22,7 @@ namespace {
 struct AddRun {
   TCond* cond;
   const TAddOptions& options;
+  TAddStore& store;
 };
 
 // Adds the file or folder at path, named `name` in the archive.
@@ -130,6 +131,7 @@ int32_t addFile(const char* path, const char* name, TRecF* parent, const SysFile
   verInfo->storeTime = work->storeTime;
   verInfo->storeNo = work->storeNo;
   verInfo->attrs = FAttrBits(info.attributes);
+  run.store.take(ver);
   return 1;
 }
 
@@ -199,7 +201,8 @@ void FCmdAdd(TRec* target, const LStrs& paths, TCond* cond, const TAddOptions& o
   TWorkSet* work = FWorkSet();
   if (work->storeTime == 0) work->storeTime = FToUnixTime(SysNow());
   work->storeNo = archive.lastStoreNo + 1;
-  AddRun run{cond, options};
+  TAddStore store(*work, options);
+  AddRun run{cond, options, store};
   TRecF* into = static_cast<TRecF*>(target);
   for (const LStr* path : paths) {
     if (archive.firstAddPath.empty()) archive.firstAddPath = *path;
@@ -207,7 +210,7 @@ void FCmdAdd(TRec* target, const LStrs& paths, TCond* cond, const TAddOptions& o
   }
 
   TUpdateFile& update = archive.beginUpdate();
-  FStoreNewVersions(*work, options);
+  store.run();
 
   FCommit(archive, update, work->storeNo);
   update.close();

@@ -104,26 +104,30 @@ void storeEncoded(TVer* ver, TStoreJob& job, const TAddOptions& options) {
   ver->Release();
 }
 
-class TAddStore {
+}  // namespace
+
+class TAddStore::Pipeline {
  public:
-  TAddStore(TWorkSet& work, const TAddOptions& options)
+  Pipeline(TWorkSet& work, const TAddOptions& options)
       : work_(work),
         options_(options),
         budget_(options.threads),
         pool_(new LTaskPool(options.threads > 0 ? options.threads : SysCoreCount(),
-                            FFreeCodecScratch)) {
-    for (TVer* ver : work.versions) {
-      order_.add(ver);
-      jobs_.add(nullptr);
-      totalBytes_ += ver->size;
-    }
+                            FFreeCodecScratch)),
+        ahead_(kBatchesAheadPerThread * pool_->threadCount()) {}
+
+  void take(TVer* ver) {
+    order_.add(ver);
+    jobs_.add(nullptr);
+    totalBytes_ += ver->size;
+    prepareAhead();
   }
+
   void run() {
-    const int32_t ahead = kBatchesAheadPerThread * pool_->threadCount();
+    walked_ = true;
     TByteProgress progress(totalBytes_);
     for (int32_t at = 0; at < order_.count; at++) {
-      while (submitted_ < order_.count && submittedBatches_ - writtenBatches_ < ahead)
-        prepareNext();
+      prepareAhead();
       FCheckStop();
       TVer* ver = order_[at];
       FShowProgressItem(ver->name());
@@ -169,10 +173,17 @@ class TAddStore {
                                    older != nullptr && dropIfSame(older, ver, options_), open_);
     jobs_[at] = job;
     open_->add(job, ver->size);
-    // The last versions go to the threads at once, not when the writing
-    // reaches them, so that they are encoded while the ones before are
-    // written.
-    if (open_->full() || submitted_ == order_.count) submitOpen();
+    if (open_->full()) submitOpen();
+  }
+
+  // Prepares versions while fewer batches than the threads can keep busy
+  // wait to be written.
+  void prepareAhead() {
+    while (submitted_ < order_.count && submittedBatches_ - writtenBatches_ < ahead_) prepareNext();
+    // Once the walk is over, the last versions go to the threads at once,
+    // not when the writing reaches them, so that they are encoded while the
+    // ones before are written.
+    if (walked_ && submitted_ == order_.count && open_ != nullptr) submitOpen();
   }
 
   void submitOpen() {
@@ -205,6 +216,8 @@ class TAddStore {
   TStoreJob::Batch* open_ = nullptr;  // filling, not yet handed to the pool
   // After the jobs, so that its threads have ended before the jobs go.
   std::unique_ptr<LTaskPool> pool_;
+  const int32_t ahead_;
+  bool walked_ = false;  // every version has been taken
   int32_t submitted_ = 0;
   int32_t submittedBatches_ = 0;
   int32_t writtenBatches_ = 0;
@@ -212,9 +225,11 @@ class TAddStore {
   int64_t totalBytes_ = 0;
 };
 
-}  // namespace
+TAddStore::TAddStore(TWorkSet& work, const TAddOptions& options)
+    : pipeline_(new Pipeline(work, options)) {}
 
-void FStoreNewVersions(TWorkSet& work, const TAddOptions& options) {
-  TAddStore store(work, options);
-  store.run();
-}
+TAddStore::~TAddStore() = default;
+
+void TAddStore::take(TVer* ver) { pipeline_->take(ver); }
+
+void TAddStore::run() { pipeline_->run(); }

@@ -236,6 +236,16 @@ TEST_F(AddTest, FailuresAndStopsLeaveTheArchiveAsItWas) {
   archive->reloadArchive();
   EXPECT_TRUE(TestReadFile(archive->path.ptr) == before);
 
+  // The threads encode the files of a walk while it goes on: a walk that
+  // fails after hundreds of them in a new folder leaves nothing either.
+  for (int i = 0; i < 300; i++)
+    put(("many/f" + std::to_string(i) + ".txt").c_str(), std::string(2000 + i, 'm'));
+  EXPECT_THROW(add({"many", "missing.txt"}), int);
+  FNewWorkSet();
+  archive->reloadArchive();
+  EXPECT_TRUE(TestReadFile(archive->path.ptr) == before);
+  EXPECT_EQ(fileAt("many", "f0.txt"), nullptr);
+
   FWorkSet()->stopState = kStopNow;
   LStrs paths;
   paths.add(new LStr(src));
