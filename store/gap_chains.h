@@ -79,8 +79,13 @@ class TGapChains {
     // Once full, the slot written is that of the oldest entry.
     ring->tags[ring->head] = static_cast<uint16_t>(tag);
     ring->positions[ring->head] = position;
-    ring->head = static_cast<int16_t>(ring->head + 1 == TChainRing::kSlots ? 0 : ring->head + 1);
-    if (ring->count < TChainRing::kSlots) ring->count++;
+    // Without a branch: whether a ring is full yet is data that no
+    // predictor guesses, and the mispredictions made the insertions of a
+    // first add of small files take 1.5 times as long.
+    const int32_t head = ring->head + 1 == TChainRing::kSlots ? 0 : ring->head + 1;
+    const int32_t count = ring->count + (ring->count < TChainRing::kSlots);
+    ring->head = static_cast<int16_t>(head);
+    ring->count = static_cast<int16_t>(count);
   }
 
   // Gives an empty table the positions from `from` up to `to`, leaving it as
