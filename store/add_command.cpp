@@ -100,7 +100,7 @@ int32_t addFile(const char* path, const char* name, TRecF* parent, const SysFile
     return 0;
   }
   if (run.cond != nullptr) {
-    TAddCandidate candidate{name,           modified, info.size, path, FAttrBits(info.attributes),
+    TAddCandidate candidate{name, modified, info.size, path, FAttrBits(info.attributes),
                             file != nullptr};
     if (!FAddCondTest(candidate, *run.cond)) return 0;
   }
