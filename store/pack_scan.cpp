@@ -34,6 +34,9 @@ uint32_t candidatesOf(const uint8_t* bytes, int32_t p, int32_t lo, int32_t lengt
   return found;
 }
 
+// Bytes between two progress points where no probe has a candidate.
+const int32_t kPointStride = 65536;
+
 // Positions a window of the prefilter covers, and the bytes it reads from
 // its start on.
 const int32_t kWindow = 28;
@@ -74,6 +77,10 @@ TPackState FScanPack(const uint8_t* bytes, int32_t length, TPackState state, int
   // p only grows, so a window is made again once p has passed its end.
   int32_t windowStart = -kWindow;
   uint32_t window = 0;
+  // Bytes without a repeat pass no probe with a candidate: a progress point
+  // every so often all the same, so that a stop is seen in a large file
+  // that does not pack.
+  int32_t nextPoint = p + kPointStride;
   while (p < length - 4 && p < stopAt) {
     if (p >= kFarthest && p <= length - kWindowReads) {
       if (p - windowStart >= kWindow) {
@@ -86,6 +93,10 @@ TPackState FScanPack(const uint8_t* bytes, int32_t length, TPackState state, int
       const uint32_t probes = window >> into & kEveryThird;
       if (probes == 0) {
         p += kProbeStep * ((kWindow - into + kProbeStep - 1) / kProbeStep);
+        if (p >= nextPoint) {
+          sink.at(p);
+          nextPoint = p + kPointStride;
+        }
         continue;
       }
       p += __builtin_ctz(probes);

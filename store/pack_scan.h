@@ -18,7 +18,8 @@ struct TPackState {
 // What a scan finds.
 class TPackSink {
  public:
-  // At a probe that has a candidate: a progress point.
+  // At a probe that has a candidate, and every 64 KiB without one: a
+  // progress point.
   virtual void at(int32_t p) = 0;
   // A copy of `length` bytes from `start`, `distance` back, after the
   // literal run from literalStart; false ends the scan after it.

@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "store/codec_helpers.h"
+#include "store/pack_scan.h"
 
 namespace {
 
@@ -52,6 +55,28 @@ TEST(PackBytes, RoundTripsAndKeepsLastBytesLiteral) {
     // exceeds its raw bytes by one literal header at most.
     EXPECT_LE(held.size(), raw.size() + 5);
   }
+}
+
+// A stop is taken at the scan's progress points, so they must come in
+// bytes that do not pack too, where no probe has a candidate: a megabyte of
+// random bytes passes sixteen strides of 64 KiB.
+TEST(PackBytes, ProgressPointsComeInBytesWithoutRepeats) {
+  class Counter : public TPackSink {
+   public:
+    void at(int32_t p) override {
+      EXPECT_GE(p, last);
+      last = p;
+      points++;
+    }
+    bool copy(int32_t, int32_t, int32_t, int32_t) override { return true; }
+    int32_t points = 0;
+    int32_t last = 0;
+  } counter;
+  std::mt19937 rng(2);
+  const THeldBuf raw = Held(RandomBytes(rng, 1 << 20));
+  FScanPack(raw.data(), raw.size(), TPackState(), raw.size(), counter);
+  EXPECT_GE(counter.points, 15);
+  EXPECT_GT(counter.last, raw.size() - 70000);
 }
 
 }  // namespace
