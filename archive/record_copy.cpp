@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "lib/lstr.h"
+#include "lib/msg.h"
 
 namespace {
 
@@ -71,7 +72,9 @@ class TRunWriter {
   void flush() {
     if (length_ == 0) return;
     archive_.seek(start_);
-    archive_.write(run_.ptr, length_);
+    // As a stream's copy does: the shortfall is told and the copy goes on.
+    const int32_t written = archive_.write(run_.ptr, length_);
+    if (written != length_) FMsg(kMsgGeneral, "failed to copy stream (%d != %d)", length_, written);
     length_ = 0;
     written_();
   }
