@@ -35,6 +35,8 @@ class TGapChains {
   static const int32_t kBuckets = 10000;
   // Walks stop once a match is this long.
   static const int32_t kLongEnough = 1000;
+  // Insertions whose rings are asked for together.
+  static const int32_t kRunAhead = 8;
 
   KST_POOLED_NEW
   explicit TGapChains(const uint8_t* target);
@@ -65,13 +67,31 @@ class TGapChains {
   // last reset.
   const TChainRing* ring(uint32_t bucket) const { return buckets_[bucket]; }
 
+  // Asks for the head and the first fingerprints of a bucket's ring to be
+  // brought into the cache.
+  void prefetch(uint32_t bucket) const {
+    const TChainRing* ring = buckets_[bucket];
+    __builtin_prefetch(ring);
+    __builtin_prefetch(reinterpret_cast<const char*>(ring) + 64);
+  }
+
   void insert(int32_t position) { insertRun(position, position + 1); }
   // Inserts every position from `from` up to `to`, in order. The target is
   // read through a local: the stores into the rings would otherwise make the
-  // compiler fetch it again for each position.
+  // compiler fetch it again for each position. Eight at a time, the rings
+  // are asked for before the first is written, so that their misses overlap.
   void insertRun(int32_t from, int32_t to) {
     const uint8_t* const target = target_;
-    for (int32_t at = from; at < to; at++) insert(bucketOf(target + at), tagOf(target + at), at);
+    int32_t at = from;
+    for (; at + kRunAhead <= to; at += kRunAhead) {
+      uint32_t buckets[kRunAhead];
+      for (int32_t i = 0; i < kRunAhead; i++) {
+        buckets[i] = bucketOf(target + at + i);
+        __builtin_prefetch(buckets_[buckets[i]]);
+      }
+      for (int32_t i = 0; i < kRunAhead; i++) insert(buckets[i], tagOf(target + at + i), at + i);
+    }
+    for (; at < to; at++) insert(bucketOf(target + at), tagOf(target + at), at);
   }
   void insert(uint32_t bucket, uint32_t tag, int32_t position) {
     TChainRing* ring = buckets_[bucket];

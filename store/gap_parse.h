@@ -28,6 +28,9 @@ int32_t FParseGap(const uint8_t* target, int32_t p, int32_t to, TGapChains& tabl
       int32_t source = 0;
       const int32_t len = table.longest(*ring, tag, p, to, &source);
       if (len >= kGapHashed) {
+        // The ring of the next probe is known now: it comes into the cache
+        // while the copy's positions are inserted.
+        if (p + len < to - kGapHashed) table.prefetch(TGapChains::bucketOf(target + p + len));
         sink.copy(p, len, p - source);
         table.insertRun(p, p + len);
         p += len;
