@@ -70,9 +70,11 @@ class TGapChains {
   // Asks for the head and the first fingerprints of a bucket's ring to be
   // brought into the cache.
   void prefetch(uint32_t bucket) const {
-    const TChainRing* ring = buckets_[bucket];
-    __builtin_prefetch(ring);
-    __builtin_prefetch(reinterpret_cast<const char*>(ring) + 64);
+    // A bucket without a ring asks for nothing that faults: the address is
+    // reckoned as a number, not as a pointer off null.
+    const uintptr_t ring = reinterpret_cast<uintptr_t>(buckets_[bucket]);
+    __builtin_prefetch(reinterpret_cast<const void*>(ring));
+    __builtin_prefetch(reinterpret_cast<const void*>(ring + 64));
   }
 
   void insert(int32_t position) { insertRun(position, position + 1); }
