@@ -68,7 +68,7 @@ class TGapChains {
   const TChainRing* ring(uint32_t bucket) const { return buckets_[bucket]; }
 
   // Asks for the head and the first fingerprints of a bucket's ring to be
-  // brought into the cache.
+  // brought into the cache, for an insertion or a walk soon to come.
   void prefetch(uint32_t bucket) const {
     // A bucket without a ring asks for nothing that faults: the address is
     // reckoned as a number, not as a pointer off null.
@@ -89,7 +89,7 @@ class TGapChains {
       uint32_t buckets[kRunAhead];
       for (int32_t i = 0; i < kRunAhead; i++) {
         buckets[i] = bucketOf(target + at + i);
-        __builtin_prefetch(buckets_[buckets[i]]);
+        prefetch(buckets[i]);
       }
       for (int32_t i = 0; i < kRunAhead; i++) insert(buckets[i], tagOf(target + at + i), at + i);
     }
