@@ -6,6 +6,7 @@
 
 #include "lib/convert.h"
 #include "lib/lstr.h"
+#include "lib/sys.h"
 #include "lib/sys_terminal.h"
 #include "lib/utf8.h"
 #include "support/file_bytes.h"
@@ -22,6 +23,9 @@
 namespace {
 
 const int kUtf8 = 65001;
+#ifdef _WIN32
+const int32_t kRetryMs = 100;
+#endif
 
 UStr wideOf(const std::string& text) {
   UStr wide;
@@ -90,7 +94,14 @@ intptr_t start(const std::vector<std::string>& words, const LStr& in, const LStr
     _close(file);
   }
   std::wstring path(reinterpret_cast<const wchar_t*>(program.ptr), program.length);
-  intptr_t child = _wspawnv(_P_NOWAIT, path.c_str(), argv.data());
+  // Under Wine a start now and then fails without a process having run (a
+  // command ended at -1 with nothing on its streams): the start, and only
+  // the start, is tried again.
+  intptr_t child = -1;
+  for (int tries = 0; tries < 3 && child == -1; tries++) {
+    if (tries > 0) SysSleep(kRetryMs);
+    child = _wspawnv(_P_NOWAIT, path.c_str(), argv.data());
+  }
   for (int fd = 0; fd < 3; fd++) {
     _dup2(saved[fd], fd);
     _close(saved[fd]);
