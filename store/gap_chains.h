@@ -135,7 +135,9 @@ class TGapChains {
   };
   static const int32_t kRingsPerBlock = 64;
 
+  static const int32_t kLine = 64;
   TChainRing* newRing(uint32_t bucket);
+  TChainRing& ringAt(int32_t i) const;
 
   const uint8_t* target_;
   TChainRing* buckets_[kBuckets];
