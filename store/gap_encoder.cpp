@@ -36,9 +36,17 @@ class TTokenSink {
       progress_.reach(p);
       return true;
     }
-    progress_.reach(std::min(p, helperStart_) + helper_->parsed());
-    return meeting_ ? !helper_->visits(p) : p < helperStart_;
+    report(p);
+    if (!meeting_) return p < helperStart_;
+    while (!helper_->knows(p)) {
+      helper_->waitForMore();
+      report(p);
+    }
+    return !helper_->visits(p);
   }
+  // The progress of both parses while the encoder waits for the helper,
+  // once its own parse is past the helper's start.
+  void report() { report(helperStart_); }
   void copy(int32_t pos, int32_t len, int32_t distance) {
     out_.literal(target_ + literalStart_, pos - literalStart_);
     out_.selfCopy(len, distance);
@@ -47,6 +55,8 @@ class TTokenSink {
   void finish(int32_t to) { out_.literal(target_ + literalStart_, to - literalStart_); }
 
  private:
+  void report(int32_t p) { progress_.reach(std::min(p, helperStart_) + helper_->parsed()); }
+
   const uint8_t* const target_;
   TTokenWriter& out_;
   int32_t literalStart_;
@@ -78,13 +88,10 @@ void FEncodeGap(const uint8_t* target, int32_t from, int32_t to, TTokenWriter& o
   }
   const int32_t p = FParseGap(target, from, to, table, sink);
   if (p < to) {
-    // Stopped at the helper's start: on to where the parses meet, or to the
-    // end alone if the helper failed.
-    if (helper->finish())
-      sink.meet();
-    else
-      sink.shareWith(nullptr, 0);
-    if (FParseGap(target, p, to, table, sink) < to) helper->sendRemainingCopies(sink);
+    // Stopped at the helper's start: on to where the parses meet, then the
+    // helper's copies from there, while it is still making them.
+    sink.meet();
+    if (FParseGap(target, p, to, table, sink) < to) helper->sendCopies(sink);
   }
   sink.finish(to);
 }

@@ -1,8 +1,9 @@
 // TGapHelper: parses the second half of a long gap on a thread of its own
 // while the encoder's thread parses the first. It records its copies
-// instead of writing tokens; the encoder, once its own parse has passed the
-// half, goes on until the two parses meet at a position and then writes
-// the helper's copies from there.
+// instead of writing tokens and publishes them as it goes; the encoder, once
+// its own parse has passed the half, goes on until the two parses meet at a
+// position and then writes the helper's copies from there while the helper
+// is still making them.
 #pragma once
 
 #include <atomic>
@@ -10,6 +11,7 @@
 
 #include "lib/larr.h"
 #include "lib/task_pool.h"
+#include "lib/thread.h"
 #include "store/side_thread.h"
 
 class TGapHelper : public LTask {
@@ -24,32 +26,71 @@ class TGapHelper : public LTask {
   void run() override;
 
   // Bytes parsed past the start, for the progress of the whole gap.
-  int32_t parsed() const { return parsed_.load(std::memory_order_relaxed); }
-  // Waits for the end of the parse, looking at the stop state meanwhile;
-  // true when the parse went to the end. A helper that ends before stops
-  // its parse at the next progress point and waits for it.
-  bool finish() { return thread_.finish(); }
-  // Whether the helper's parse stepped to position p (not inside a copy).
-  // Asked for increasing positions from the start on, after finish().
+  int32_t parsed() const { return reached_.load(std::memory_order_relaxed) - start_; }
+
+  // Whether visits(p) can be answered yet: the helper's parse has gone as
+  // far as p, or the helper has ended.
+  bool knows(int32_t p) const {
+    return ended_.load(std::memory_order_acquire) || reached_.load(std::memory_order_acquire) >= p;
+  }
+  // Whether the helper's parse stepped to position p (not inside a copy);
+  // true as well when the helper failed before it got there. Asked for
+  // increasing positions from the start on, once knows(p).
   bool visits(int32_t p);
+  // Waits a while for the helper to publish more or to end, then looks at
+  // the stop state.
+  void waitForMore();
+
   // Sends the helper's copies from the position of the last visits(), which
-  // returned true, on, in order, to sink.copy(pos, len, distance).
+  // returned true, on, in order, to sink.copy(pos, len, distance), as the
+  // helper makes them, calling sink.report() while it waits for more. A
+  // helper that failed fails the encoding with it, as a failure of one
+  // thread would.
   template <class Sink>
-  void sendRemainingCopies(Sink& sink) const {
-    for (int32_t i = next_; i < copies_.count; i += 3)
-      sink.copy(copies_[i], copies_[i + 1], copies_[i + 2]);
+  void sendCopies(Sink& sink) {
+    for (;;) {
+      // Read before the count, so that an ended helper's count is its last.
+      const bool ended = ended_.load(std::memory_order_acquire);
+      const int32_t published = published_.load(std::memory_order_acquire);
+      for (; next_ < published; next_++) {
+        const int32_t* copy = copyAt(next_);
+        sink.copy(copy[0], copy[1], copy[2]);
+      }
+      if (ended) return takeEnd();
+      sink.report();
+      waitForMore();
+    }
   }
 
  private:
   class Recorder;
+  struct FreeBlock {
+    static void dispose(int32_t* block);
+  };
+  // Copies per block of the record; blocks never move once written, so the
+  // encoder reads them while the helper adds more.
+  static const int32_t kBlockCopies = 4096;
+
+  int32_t* copyAt(int32_t i) const { return blocks_[i / kBlockCopies] + (i % kBlockCopies) * 3; }
+  void record(int32_t pos, int32_t len, int32_t distance);
+  // Waits for the end of the helper's thread; throws what the helper threw.
+  void takeEnd();
+  // Makes the copies recorded so far, and every position before p, known
+  // to the encoder.
+  void publish(int32_t p);
 
   const uint8_t* const target_;
   const int32_t seedFrom_;
   const int32_t start_;
   const int32_t to_;
-  std::atomic<int32_t> parsed_{0};
-  // pos, len, distance of each copy, in order.
-  LArrOf<int32_t> copies_;
+  // pos, len, distance of each copy, in order; the block list is reserved
+  // whole at the start, so that adding a block never moves it.
+  LArrOf<int32_t*, FreeBlock> blocks_;
+  int32_t recorded_ = 0;
+  std::atomic<int32_t> published_{0};
+  std::atomic<int32_t> reached_;
+  std::atomic<bool> ended_{false};
+  LEvent progressed_;
   int32_t next_ = 0;  // the first copy that does not end before the last visits()
   TSideThread thread_;
 };

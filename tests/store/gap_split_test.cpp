@@ -1,6 +1,7 @@
 // A long gap parsed on two threads gives the tokens of one thread, wherever
 // the two parses meet: on text, on bytes with hardly a repeat, on many short
-// repeats, on one copy that runs past the helper's start, and in a gap that
+// repeats, on one copy that runs past the helper's start, on a first half
+// the encoder's thread is through long before the helper, and in a gap that
 // begins inside the target.
 #include <gtest/gtest.h>
 
@@ -35,7 +36,8 @@ TEST(GapSplit, TokensDoNotDependOnTheSecondThread) {
   Bytes repeated;
   for (int i = 0; i < 40; i++) repeated += block;
   const Bytes inputs[] = {Words(rng, 300000), RandomBytes(rng, 100000),
-                          RandomBytes(rng, 200000, /*alphabet=*/4), repeated};
+                          RandomBytes(rng, 200000, /*alphabet=*/4), repeated,
+                          Bytes(150000, '\0') + Words(rng, 150000)};
   // Lengths that move the helper's start against the copies around it.
   for (const Bytes& input : inputs)
     for (size_t cut : {0, 1, 7, 1000, 33333}) {
