@@ -51,7 +51,7 @@ uint32_t undoDiff(uint32_t n, uint32_t base) {
 }  // namespace
 
 void FWriteNum(LStream& stream, uint32_t value) {
-  uint8_t bytes[kNumMaxBytes];
+  uint8_t bytes[kNumWriteRoom];
   stream.write(bytes, FEncodeNum(value, bytes));
 }
 

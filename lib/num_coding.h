@@ -19,6 +19,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 
 #include "lib/lstr.h"
 #include "lib/srm.h"
@@ -36,14 +37,20 @@ inline constexpr uint32_t kNumRangeStart[5] = {0, 128, 16512, 2113664, 270549120
 inline constexpr uint32_t kNumTag[5] = {0x00, 0x80, 0xC0, 0xE0, 0xF0};
 // The most bytes a variable number takes.
 const int32_t kNumMaxBytes = 5;
+// The room FEncodeNum writes into.
+const int32_t kNumWriteRoom = 8;
 
 // Writes the bytes of a variable number to `to` and returns their count.
+// It stores kNumWriteRoom bytes, those past the number's own being of no
+// use: one store and no branches, since the length of the distances of a
+// token stream is data that no predictor guesses.
 inline int32_t FEncodeNum(uint32_t value, uint8_t* to) {
-  int more = 4;
-  while (more > 0 && value < kNumRangeStart[more]) more--;
-  uint32_t w = value - kNumRangeStart[more];
-  to[0] = static_cast<uint8_t>(kNumTag[more] | (more < 4 ? w >> (8 * more) : 0));
-  for (int i = 1; i <= more; i++) to[i] = static_cast<uint8_t>(w >> (8 * (more - i)));
+  const int more = (value >= kNumRangeStart[1]) + (value >= kNumRangeStart[2]) +
+                   (value >= kNumRangeStart[3]) + (value >= kNumRangeStart[4]);
+  // The tag bits sit above the value's bytes; the first byte is the tag's.
+  const uint64_t bits = uint64_t{kNumTag[more]} << (8 * more) | (value - kNumRangeStart[more]);
+  const uint64_t bigEndian = __builtin_bswap64(bits << (8 * (7 - more)));
+  std::memcpy(to, &bigEndian, sizeof bigEndian);
   return more + 1;
 }
 // The number FWriteDiff writes for a difference.

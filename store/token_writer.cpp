@@ -13,7 +13,7 @@ uint32_t tokenHead(int32_t n, uint32_t kind) {
 }  // namespace
 
 void TTokenWriter::number(uint32_t value) {
-  if (used_ > kBufferSize - kNumMaxBytes) finish();
+  if (used_ > kBufferSize - kNumWriteRoom) finish();
   used_ += FEncodeNum(value, buffer_ + used_);
 }
 
@@ -25,7 +25,7 @@ void TTokenWriter::finish() {
 // Runs longer than a token's length field are written as several tokens: a
 // literal in pieces, a copy in pieces with the same distance, which reads
 // on where the piece before stopped.
-void TTokenWriter::literal(const uint8_t* bytes, int32_t n) {
+void TTokenWriter::literalRun(const uint8_t* bytes, int32_t n) {
   for (int32_t done = 0; done < n;) {
     const int32_t piece = std::min(n - done, kTokenMaxLength);
     number(tokenHead(piece, kTokenLiteral));

@@ -15,8 +15,11 @@ class TTokenWriter {
   TTokenWriter(const TTokenWriter&) = delete;
   TTokenWriter& operator=(const TTokenWriter&) = delete;
 
-  // A literal run of n bytes; nothing when n is not positive.
-  void literal(const uint8_t* bytes, int32_t n);
+  // A literal run of n bytes; nothing when n is not positive, which is most
+  // often so between two copies and costs no call.
+  void literal(const uint8_t* bytes, int32_t n) {
+    if (n > 0) literalRun(bytes, n);
+  }
   // A copy of n bytes from the output itself, d bytes back.
   void selfCopy(int32_t n, int32_t d);
   // A copy of n bytes from the reference, d being the target offset minus
@@ -28,6 +31,7 @@ class TTokenWriter {
  private:
   static const int32_t kBufferSize = 8192;
 
+  void literalRun(const uint8_t* bytes, int32_t n);
   void copy(int32_t n, int32_t d, uint32_t kind);
   void number(uint32_t value);
 
