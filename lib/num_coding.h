@@ -35,9 +35,7 @@ enum : int {
 inline constexpr uint32_t kNumRangeStart[5] = {0, 128, 16512, 2113664, 270549120};
 // The tag bits of the first byte, by the same count.
 inline constexpr uint32_t kNumTag[5] = {0x00, 0x80, 0xC0, 0xE0, 0xF0};
-// The most bytes a variable number takes.
-const int32_t kNumMaxBytes = 5;
-// The room FEncodeNum writes into.
+// The room FEncodeNum writes into: more than the 5 bytes a number takes.
 const int32_t kNumWriteRoom = 8;
 
 // Writes the bytes of a variable number to `to` and returns their count.
