@@ -4,8 +4,8 @@
 # same tree again with nothing changed, again after 1% of its files changed,
 # and the whole archive extracted. Beside it, in the same run: git add -A &&
 # git commit, tar | zstd -3 and plain tar, of the same tree. Each as a whole
-# process with its peak memory; the medians of three runs where the tree
-# stays the same.
+# process with its peak memory. Where the tree stays the same, the programs
+# that are compared run in turn, and each gets the median of its rounds.
 #
 # usage: bench/add_bench.sh
 #   SOURCE  the folder whose files make the tree (default /usr/include)
@@ -80,16 +80,22 @@ echo "tree: $files files, $(awk -v b="$bytes" 'BEGIN {printf "%.1f", b / 1048576
 echo "beside: $(git --version), $(tar --version | head -1), zstd $(zstd -V | sed -n 's/.* v\([0-9.]*\).*/\1/p'), $(nproc) cores"
 
 new_git="rm -rf '$run/git'; git init -q --bare '$run/git'; sync"
-k1=$(keep kst-add-1 "$(median3_after "rm -f '$run/a.kst'; sync" kst-add-1 "$kst" add "$run/a.kst" "$tree")")
+mapfile -t first < <(interleaved 5 "rm -f '$run/a.kst'; sync" kst-add-1 "$kst" add "$run/a.kst" "$tree" ";;" \
+  "$new_git" git-commit-1 "$git_commit" first ";;" \
+  : tarzst-1 "$tar_zstd" "$run/t1.tar.zst" ";;" \
+  : tar-1 tar -cf "$run/t1.tar" -C "$work" tree)
+k1=$(keep kst-add-1 "${first[0]}")
+g1=$(keep git-commit-1 "${first[1]}")
+z1=$(keep tarzst-1 "${first[2]}")
+t1=$(keep tar-1 "${first[3]}")
 k1one=$(keep kst-add-1-one "$(median3_after "rm -f '$run/one.kst'; sync" kst-add-1-one \
   "$kst" add "$run/one.kst" "$tree" --threads 1)")
-g1=$(keep git-commit-1 "$(median3_after "$new_git" git-commit-1 "$git_commit" first)")
-z1=$(keep tarzst-1 "$(median3 tarzst-1 "$tar_zstd" "$run/t1.tar.zst")")
-t1=$(keep tar-1 "$(median3 tar-1 tar -cf "$run/t1.tar" -C "$work" tree)")
 ks1=$(size_mb "$run/a.kst"); gs1=$(size_mb "$run/git"); ts1=$(size_mb "$run/t1.tar"); zs1=$(size_mb "$run/t1.tar.zst")
 
-k0=$(keep kst-add-again "$(median3 kst-add-again "$kst" add "$run/a.kst" "$tree")")
-g0=$(keep git-commit-again "$(median3 git-commit-again "$git_commit" again)")
+mapfile -t again < <(interleaved 5 : kst-add-again "$kst" add "$run/a.kst" "$tree" ";;" \
+  : git-commit-again "$git_commit" again)
+k0=$(keep kst-add-again "${again[0]}")
+g0=$(keep git-commit-again "${again[1]}")
 
 # A clean copy of the tree comes back at the end, so that the next run
 # starts from the same files.
@@ -107,10 +113,14 @@ zs2=$(awk -v a="$zs1" -v b="$(size_mb "$run/t2.tar.zst")" 'BEGIN {printf "%.1f",
 # The folder of an extract, emptied before each run and written out to the
 # disk, so that no run pays for the writing back of the one before.
 fresh() { echo "rm -rf '$run/$1'; mkdir -p '$run/$1'; sync"; }
-k3=$(keep kst-extract "$(median3_after "$(fresh kst-out)" kst-extract "$kst" extract "$run/a.kst" -d "$run/kst-out")")
-g3=$(keep git-checkout "$(median3_after "$(fresh git-out)" git-checkout "$git_checkout" "$run/git-out")")
-z3=$(keep tarzst-extract "$(median3_after "$(fresh zst-out)" tarzst-extract "$zstd_tar" "$run/t2.tar.zst" "$run/zst-out")")
-t3=$(keep tar-extract "$(median3_after "$(fresh tar-out)" tar-extract tar -xf "$run/t2.tar" -C "$run/tar-out")")
+mapfile -t out < <(interleaved 3 "$(fresh kst-out)" kst-extract "$kst" extract "$run/a.kst" -d "$run/kst-out" ";;" \
+  "$(fresh git-out)" git-checkout "$git_checkout" "$run/git-out" ";;" \
+  "$(fresh zst-out)" tarzst-extract "$zstd_tar" "$run/t2.tar.zst" "$run/zst-out" ";;" \
+  "$(fresh tar-out)" tar-extract tar -xf "$run/t2.tar" -C "$run/tar-out")
+k3=$(keep kst-extract "${out[0]}")
+g3=$(keep git-checkout "${out[1]}")
+z3=$(keep tarzst-extract "${out[2]}")
+t3=$(keep tar-extract "${out[3]}")
 
 same() { diff -rq "$tree" "$1" >/dev/null && echo same || echo DIFFERENT; }
 ratio() { awk -v a="$1" -v b="$2" 'BEGIN {if (b > 0) printf "%.2fx", a / b; else print "-"}'; }

@@ -32,7 +32,8 @@ echo "corpus $corpus (seed $seed), $(xdelta3 -V 2>&1 | head -1), $(zstd -V)"
 "$build/bench/codec_bench" "$corpus" 2> >(grep -v "long mode automatically triggered" >&2)
 
 # Whole processes on one large file: its version before the newest, alone
-# and against the newest (as the archive stores it), medians of three runs.
+# and against the newest (as the archive stores it), each beside zstd in
+# turn, medians of nine rounds.
 . "$here/measure.sh"
 run="$(mktemp -d)"
 trap 'rm -rf "$run"' EXIT
@@ -48,9 +49,11 @@ printf '%-28s %20s %20s %8s\n' "" "kstcodec (s, MB)" "zstd -3 (s, MB)" "ratio"
 row() {
   local label="$1" k="$2" z="$3"
   printf '%-28s %20s %20s %8s\n' "$label" "$k" "$z" \
-    "$(awk -v a="${k%% *}" -v b="${z%% *}" 'BEGIN {if (b > 0) printf "%.1fx", a / b; else print "-"}')"
+    "$(awk -v a="${k%% *}" -v b="${z%% *}" 'BEGIN {if (b > 0) printf "%.2fx", a / b; else print "-"}')"
 }
-row "encode whole" "$(median3 kc-whole "$kstcodec" encode "$target")" \
-  "$(median3 zstd-whole zstd -3 -f -o "$run/whole.zst" "$target")"
-row "encode against the next" "$(median3 kc-delta "$kstcodec" encode "$target" "$reference")" \
-  "$(median3 zstd-delta zstd -3 -f --patch-from="$reference" -o "$run/delta.zst" "$target")"
+whole=$(interleaved 9 : kc-whole "$kstcodec" encode "$target" ";;" \
+  : zstd-whole zstd -3 -f -o "$run/whole.zst" "$target")
+delta=$(interleaved 9 : kc-delta "$kstcodec" encode "$target" "$reference" ";;" \
+  : zstd-delta zstd -3 -f --patch-from="$reference" -o "$run/delta.zst" "$target")
+row "encode whole" "$(sed -n 1p <<<"$whole")" "$(sed -n 2p <<<"$whole")"
+row "encode against the next" "$(sed -n 1p <<<"$delta")" "$(sed -n 2p <<<"$delta")"

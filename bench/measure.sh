@@ -2,7 +2,11 @@
 # whole process, its output kept in $run/NAME.out, and prints its seconds
 # and its peak memory in MB; `median3 NAME COMMAND...` runs it three times
 # and prints the run of median seconds; `median3_after SETUP NAME
-# COMMAND...` runs the shell text SETUP, untimed, before each of the three.
+# COMMAND...` runs the shell text SETUP, untimed, before each of the three;
+# `interleaved ROUNDS SETUP NAME COMMAND... ;; SETUP NAME COMMAND...` runs
+# the commands in turn, round after round, and prints the run of median
+# seconds of each, a line each in the order given, so that programs that
+# are compared see the same load of the machine.
 # Needs $run and GNU time. A command is a program: a shell function cannot
 # be timed as a process, so the benchmarks write theirs as scripts.
 measure() {
@@ -27,6 +31,31 @@ median3_after() {
   done | sort -n | sed -n 2p
 }
 median3() { median3_after : "$@"; }
+interleaved() {
+  local rounds="$1" arg group=() groups=() round g
+  shift
+  for arg in "$@" ";;"; do
+    if [ "$arg" = ";;" ]; then
+      groups+=("$(printf '%q ' "${group[@]}")")
+      group=()
+    else
+      group+=("$arg")
+    fi
+  done
+  for ((round = 0; round < rounds; round++)); do
+    for g in "${groups[@]}"; do
+      eval "set -- $g"
+      eval "$1"
+      measure "$2" "${@:3}" >>"$run/$2.rounds"
+      echo >>"$run/$2.rounds"
+    done
+  done
+  for g in "${groups[@]}"; do
+    eval "set -- $g"
+    sort -n "$run/$2.rounds" | sed -n "$(((rounds + 1) / 2))p"
+    rm -f "$run/$2.rounds"
+  done
+}
 # A script in $run/bin that runs the given shell text with its arguments;
 # prints its path.
 script() {
