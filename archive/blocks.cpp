@@ -59,7 +59,7 @@ int32_t FWriteSegments(TArchive& archive, TUpdateFile& update, int32_t keepPos, 
     const int32_t length = static_cast<int32_t>(length64);
     const int32_t rounded = static_cast<int32_t>(rounded64);
 
-    int32_t recordAt = update.beginRecord(extent->pos);
+    int32_t recordAt = update.beginRecord(extent->pos, rounded);
     FWriteI32(update.stream(), length);
     FWriteI32(update.stream(), 0);
     if (first) update.write(head, headLen);

@@ -17,16 +17,20 @@ TUpdateFile::TUpdateFile(const char* path) : path_(path), file_(new LIoFile(path
 
 TUpdateFile::~TUpdateFile() { delete file_; }
 
-int32_t TUpdateFile::beginRecord(int32_t pos) {
+int32_t TUpdateFile::beginRecord(int32_t pos, int32_t length) {
   FWriteI32(*file_, pos);
-  FWriteI32(*file_, 0);
+  FWriteI32(*file_, length == kLengthLater ? 0 : length);
   recordStart_ = file_->tell();
+  recordLength_ = length;
   return recordStart_;
 }
 
 void TUpdateFile::endRecord() {
-  int32_t end = file_->tell();
-  patchI32(recordStart_ - 4, end - recordStart_);
+  const int32_t length = file_->tell() - recordStart_;
+  if (recordLength_ == kLengthLater)
+    patchI32(recordStart_ - 4, length);
+  else if (length != recordLength_)
+    FInternal("update record of %d bytes announced as %d", length, recordLength_);
   recordStart_ = -1;
 }
 

@@ -28,9 +28,14 @@ class TUpdateFile {
   TUpdateFile(const TUpdateFile&) = delete;
   TUpdateFile& operator=(const TUpdateFile&) = delete;
 
-  // Starts a record for archive position pos; returns the position in the
-  // update file where its bytes begin. The length is patched by endRecord.
-  int32_t beginRecord(int32_t pos);
+  // A record whose length is not known when it begins.
+  static const int32_t kLengthLater = -1;
+
+  // Starts a record of `length` bytes for archive position pos; returns the
+  // position in the update file where its bytes begin. A length given
+  // later is patched in by endRecord: a seek back, and two more writes
+  // once the record is longer than the stream's buffer.
+  int32_t beginRecord(int32_t pos, int32_t length = kLengthLater);
   void endRecord();
   void write(const void* bytes, int32_t n);
   // Overwrites 4 bytes at a position of the update file, then returns to the end.
@@ -64,4 +69,5 @@ class TUpdateFile {
   LStr path_;
   LIoFile* file_;
   int32_t recordStart_ = -1;
+  int32_t recordLength_ = kLengthLater;
 };
