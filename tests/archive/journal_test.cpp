@@ -166,3 +166,21 @@ TEST_F(JournalTest, LiveWriterElsewhereIsNeverRolledBack) {
   reopen();
   EXPECT_TRUE(TestReadFile(path.ptr) == before);
 }
+
+TEST_F(JournalTest, UpdateFileCutShortWritesNoJournal) {
+  stageUpdate();
+  archive->close();
+  const std::string update = TestReadFile(archive->update->path());
+  // Cut inside the end mark, before it, inside a record, inside the first
+  // record's fields.
+  for (size_t cut : {update.size() - 1, update.size() - 4, update.size() / 2, size_t{6}}) {
+    LStr shortPath = dir.file("short.tmp");
+    TestWriteFile(shortPath.ptr, update.substr(0, cut));
+    LIoFile source(shortPath.ptr, 'r', true);
+    EXPECT_TRUE(FWriteJournal(journal.ptr, path.ptr, source)) << cut;
+    EXPECT_EQ(FExists(journal.ptr), kExistsNone) << "cut at " << cut;
+  }
+  LIoFile whole(archive->update->path(), 'r', true);
+  EXPECT_TRUE(FWriteJournal(journal.ptr, path.ptr, whole));
+  EXPECT_EQ(FExists(journal.ptr), kExistsFile);
+}
