@@ -29,7 +29,7 @@ const int32_t kStopPoll = 100;
 // idle until the walk ends: 40 of the 850 ms of a first add of 8 000
 // headers on two cores. Until then the threads take files of up to this
 // many bytes more.
-const int64_t kBytesAheadOfTheWalk = 16 << 20;
+const int64_t kBytesAheadOfTheWalk = 8 << 20;
 
 // The encoding of one new version on a thread of the pool: its file read
 // into the held form, the older version's delta against it, and its own
