@@ -74,7 +74,7 @@ class TGapChains {
     // reckoned as a number, not as a pointer off null.
     const uintptr_t ring = reinterpret_cast<uintptr_t>(buckets_[bucket]);
     __builtin_prefetch(reinterpret_cast<const void*>(ring));
-    __builtin_prefetch(reinterpret_cast<const void*>(ring + 64));
+    __builtin_prefetch(reinterpret_cast<const void*>(ring + kLine));
   }
 
   void insert(int32_t position) { insertRun(position, position + 1); }

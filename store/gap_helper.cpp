@@ -2,13 +2,14 @@
 
 #include "store/gap_parse.h"
 #include "store/progress.h"
+#include "store/progress_ticker.h"
 #include "store/work_set.h"
 
 namespace {
 // Positions between two publications of the helper's copies, which are
 // also its looks at the stop state and at the encoder's wish to be done
 // with it.
-const int32_t kStride = 65536;
+const int32_t kStride = TProgressTicker::kStride;
 // How long the encoder waits for the helper between two looks at the stop
 // state.
 const int32_t kWaitMs = 100;

@@ -4,11 +4,12 @@
 
 #include "store/pack_scan.h"
 #include "store/progress.h"
+#include "store/progress_ticker.h"
 
 namespace {
 // Positions between two looks at the stop state and at the packer's wish to
 // be done with the helper.
-const int32_t kStride = 65536;
+const int32_t kStride = TProgressTicker::kStride;
 const int32_t kFields = 4;
 }  // namespace
 

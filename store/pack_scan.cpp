@@ -6,6 +6,7 @@
 
 #include "store/byte_match.h"
 #include "store/probe_scan.h"
+#include "store/progress_ticker.h"
 
 namespace {
 
@@ -35,7 +36,7 @@ uint32_t candidatesOf(const uint8_t* bytes, int32_t p, int32_t lo, int32_t lengt
 }
 
 // Bytes between two progress points where no probe has a candidate.
-const int32_t kPointStride = 65536;
+const int32_t kPointStride = TProgressTicker::kStride;
 
 // Positions a window of the prefilter covers, and the bytes it reads from
 // its start on.

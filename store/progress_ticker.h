@@ -12,6 +12,9 @@
 
 class TProgressTicker {
  public:
+  // Bytes between two progress points, for the loops that keep their own.
+  static const int32_t kStride = 65536;
+
   void reach(int32_t pos) {
     if (pos < next_) return;
     FPollStop();
@@ -20,6 +23,5 @@ class TProgressTicker {
   }
 
  private:
-  static const int32_t kStride = 65536;
   int32_t next_ = 0;
 };
