@@ -1045,6 +1045,42 @@ void SysAdviseLargeBlock(void* block, int64_t size) {
   if (end > start) madvise(reinterpret_cast<void*>(start), end - start, MADV_HUGEPAGE);
 }
 
+#if defined(__SANITIZE_ADDRESS__)
+// Under AddressSanitizer the large blocks come from the heap too, so that
+// their overruns are seen.
+void* SysTakeLargeBlock(int64_t size) { return std::calloc(1, static_cast<size_t>(size)); }
+
+void SysFreeLargeBlock(void* block, int64_t) { std::free(block); }
+#else
+namespace {
+// The size and alignment of a large page of the x86 machines we run on.
+const uintptr_t kLargePage = uintptr_t{2} << 20;
+uintptr_t wholeLargePages(int64_t size) {
+  return (static_cast<uintptr_t>(size) + kLargePage - 1) & ~(kLargePage - 1);
+}
+}  // namespace
+
+void* SysTakeLargeBlock(int64_t size) {
+  // Mapped a large page longer than asked and cut to the large pages inside,
+  // so that every page of the block can be a large one.
+  const uintptr_t bytes = wholeLargePages(size);
+  void* mapped =
+      mmap(nullptr, bytes + kLargePage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (mapped == MAP_FAILED) return nullptr;
+  const uintptr_t start = reinterpret_cast<uintptr_t>(mapped);
+  const uintptr_t aligned = (start + kLargePage - 1) & ~(kLargePage - 1);
+  if (aligned > start) munmap(mapped, aligned - start);
+  const uintptr_t tail = start + bytes + kLargePage - (aligned + bytes);
+  if (tail > 0) munmap(reinterpret_cast<void*>(aligned + bytes), tail);
+  madvise(reinterpret_cast<void*>(aligned), bytes, MADV_HUGEPAGE);
+  return reinterpret_cast<void*>(aligned);
+}
+
+void SysFreeLargeBlock(void* block, int64_t size) {
+  if (block != nullptr) munmap(block, wholeLargePages(size));
+}
+#endif
+
 void SysSleep(int32_t milliseconds) {
   if (milliseconds <= 0) {
     sched_yield();

@@ -591,6 +591,16 @@ int32_t SysLocalOffset(SysTime at) {
 // The heap gives no large pages; Windows takes the hint from nobody here.
 void SysAdviseLargeBlock(void*, int64_t) {}
 
+// Committed pages read as zero until written, and are backed at their first
+// touch.
+void* SysTakeLargeBlock(int64_t size) {
+  return VirtualAlloc(nullptr, static_cast<SIZE_T>(size), MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+}
+
+void SysFreeLargeBlock(void* block, int64_t) {
+  if (block != nullptr) VirtualFree(block, 0, MEM_RELEASE);
+}
+
 void SysSleep(int32_t milliseconds) { Sleep(milliseconds < 0 ? 0 : milliseconds); }
 uint32_t SysProcessId() { return GetCurrentProcessId(); }
 

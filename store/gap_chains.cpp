@@ -5,9 +5,8 @@
 #include <cstring>
 #include <initializer_list>
 
-void TGapChains::FreeBlock::dispose(TChainRing* block) { FFree(block); }
-
-TGapChains::TGapChains(const uint8_t* target) : target_(target) {
+TGapChains::TGapChains(const uint8_t* target)
+    : target_(target), ringBlock_(int64_t{kBuckets} * static_cast<int64_t>(sizeof(TChainRing))) {
   std::memset(buckets_, 0, sizeof buckets_);
 }
 
@@ -23,31 +22,14 @@ void TGapChains::reset(const uint8_t* target) {
 }
 
 TChainRing* TGapChains::newRing(uint32_t bucket) {
-  // Rings come from blocks of 64: one allocation where a file has many rings,
-  // and the rings of one table close together in memory. A block is zeroed
-  // once; a ring taken again needs only its head and count, since a walk
-  // masks the slots beyond the count.
-  if (rings_ / kRingsPerBlock == blocks_.count) {
-    const int32_t bytes = static_cast<int32_t>(sizeof(TChainRing)) * kRingsPerBlock + kLine - 1;
-    blocks_.add(static_cast<TChainRing*>(FAlloc(bytes)));
-    std::memset(blocks_.last(), 0, bytes);
-  }
+  // The block comes zeroed; a ring taken again needs only its head and
+  // count, since a walk masks the slots beyond the count.
   TChainRing* ring = &ringAt(rings_);
   rings_++;
   ring->head = 0;
   ring->count = 0;
   ring->bucket = static_cast<int16_t>(bucket);
   return ring;
-}
-
-// Rings start on a cache line, so that a ring's head and fingerprints take
-// its first two lines and an insertion or a walk touches no line more than
-// it must: unaligned, they spread over three (2% of the parse of small files).
-TChainRing& TGapChains::ringAt(int32_t i) const {
-  static_assert(sizeof(TChainRing) % kLine == 0, "rings are whole cache lines");
-  const uintptr_t block = reinterpret_cast<uintptr_t>(blocks_[i / kRingsPerBlock]);
-  TChainRing* first = reinterpret_cast<TChainRing*>((block + kLine - 1) & ~uintptr_t{kLine - 1});
-  return first[i % kRingsPerBlock];
 }
 
 void TGapChains::fillEmpty(int32_t from, int32_t to, const std::function<void()>& poll) {

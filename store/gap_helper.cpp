@@ -33,13 +33,12 @@ class TGapHelper::Recorder {
   int32_t next_;
 };
 
-void TGapHelper::FreeBlock::dispose(int32_t* block) { FFree(block); }
-
 TGapHelper::TGapHelper(const uint8_t* target, int32_t seedFrom, int32_t start, int32_t to)
     : target_(target),
       seedFrom_(seedFrom),
       start_(start),
       to_(to),
+      copies_(int64_t{(to - start) / kGapHashed + 1} * 3 * static_cast<int64_t>(sizeof(int32_t))),
       reached_(start),
       thread_(this) {}
 
@@ -54,7 +53,6 @@ void TGapHelper::run() {
     }
   } notice{*this};
   TQuietProgress quiet;
-  blocks_.reserve((to_ - start_) / kGapHashed / kBlockCopies + 1);
   TGapChains table(target_);
   table.fillEmpty(seedFrom_, start_, [this] { thread_.poll(); });
   Recorder recorder(*this);
@@ -63,9 +61,6 @@ void TGapHelper::run() {
 }
 
 void TGapHelper::record(int32_t pos, int32_t len, int32_t distance) {
-  if (recorded_ % kBlockCopies == 0)
-    blocks_.add(
-        static_cast<int32_t*>(FAlloc(kBlockCopies * 3 * static_cast<int32_t>(sizeof(int32_t)))));
   int32_t* copy = copyAt(recorded_);
   copy[0] = pos;
   copy[1] = len;

@@ -9,7 +9,7 @@
 #include <atomic>
 #include <cstdint>
 
-#include "lib/larr.h"
+#include "lib/large_block.h"
 #include "lib/task_pool.h"
 #include "lib/thread.h"
 #include "store/side_thread.h"
@@ -64,14 +64,8 @@ class TGapHelper : public LTask {
 
  private:
   class Recorder;
-  struct FreeBlock {
-    static void dispose(int32_t* block);
-  };
-  // Copies per block of the record; blocks never move once written, so the
-  // encoder reads them while the helper adds more.
-  static const int32_t kBlockCopies = 4096;
 
-  int32_t* copyAt(int32_t i) const { return blocks_[i / kBlockCopies] + (i % kBlockCopies) * 3; }
+  int32_t* copyAt(int32_t i) const { return static_cast<int32_t*>(copies_.data()) + i * 3; }
   void record(int32_t pos, int32_t len, int32_t distance);
   // Waits for the end of the helper's thread; throws what the helper threw.
   void takeEnd();
@@ -83,9 +77,10 @@ class TGapHelper : public LTask {
   const int32_t seedFrom_;
   const int32_t start_;
   const int32_t to_;
-  // pos, len, distance of each copy, in order; the block list is reserved
-  // whole at the start, so that adding a block never moves it.
-  LArrOf<int32_t*, FreeBlock> blocks_;
+  // pos, len, distance of each copy, in order, with room for as many copies
+  // as the gap can hold: the record never moves, so the encoder reads it
+  // while the helper adds more.
+  LLargeBlock copies_;
   int32_t recorded_ = 0;
   std::atomic<int32_t> published_{0};
   std::atomic<int32_t> reached_;

@@ -593,6 +593,30 @@ void enterThenSignal(void* argument) {
 
 }  // namespace
 
+TEST(SysMemory, LargeBlocksComeZeroedWholeAndApart) {
+  const int64_t size = (int64_t{5} << 20) + 1;
+  char* first = static_cast<char*>(SysTakeLargeBlock(size));
+  char* second = static_cast<char*>(SysTakeLargeBlock(size));
+  ASSERT_NE(first, nullptr);
+  ASSERT_NE(second, nullptr);
+  for (int64_t i = 0; i < size; i += 4096) ASSERT_EQ(first[i], 0) << i;
+  EXPECT_EQ(first[size - 1], 0);
+  // Rings of the gap encoder start on cache lines only if the block does;
+  // a block that may be in large pages starts on one.
+  EXPECT_EQ(reinterpret_cast<uintptr_t>(first) % 64, 0u);
+#if !defined(_WIN32) && !defined(__SANITIZE_ADDRESS__)
+  EXPECT_EQ(reinterpret_cast<uintptr_t>(first) % (uintptr_t{2} << 20), 0u);
+#endif
+  std::memset(first, 0x5A, static_cast<size_t>(size));
+  std::memset(second, 0x33, static_cast<size_t>(size));
+  EXPECT_EQ(first[size - 1], 0x5A);
+  SysFreeLargeBlock(first, size);
+  // Freeing one gives back nothing of the other.
+  EXPECT_EQ(second[0], 0x33);
+  EXPECT_EQ(second[size - 1], 0x33);
+  SysFreeLargeBlock(second, size);
+}
+
 TEST(SysEvent, TimeOutSetAndAutoReset) {
   SysEvent event = SysCreateEvent();
   ASSERT_NE(event, nullptr);
