@@ -59,12 +59,6 @@ uint32_t FReadNum(LSrm& srm) {
   return decodeNum([&srm] { return nextByte(srm); });
 }
 
-uint32_t FDiffNum(uint32_t value, uint32_t base) {
-  int32_t d = static_cast<int32_t>(value - base);
-  if (d >= 0) return static_cast<uint32_t>(d) * 2;
-  return (0 - static_cast<uint32_t>(d)) * 2 | 1;
-}
-
 void FWriteDiff(LStream& stream, uint32_t value, uint32_t base) {
   FWriteNum(stream, FDiffNum(value, base));
 }

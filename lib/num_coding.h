@@ -52,7 +52,11 @@ inline int32_t FEncodeNum(uint32_t value, uint8_t* to) {
   return more + 1;
 }
 // The number FWriteDiff writes for a difference.
-uint32_t FDiffNum(uint32_t value, uint32_t base);
+inline uint32_t FDiffNum(uint32_t value, uint32_t base) {
+  const int32_t d = static_cast<int32_t>(value - base);
+  if (d >= 0) return static_cast<uint32_t>(d) * 2;
+  return (0 - static_cast<uint32_t>(d)) * 2 | 1;
+}
 void FWriteNum(LStream& stream, uint32_t value);
 uint32_t FReadNum(LSrm& srm);
 void FWriteDiff(LStream& stream, uint32_t value, uint32_t base);

@@ -6,12 +6,6 @@
 #include "lib/num_coding.h"
 #include "store/token_format.h"
 
-namespace {
-uint32_t tokenHead(int32_t n, uint32_t kind) {
-  return static_cast<uint32_t>(n) << kTokenLengthShift | kind;
-}
-}  // namespace
-
 void TTokenWriter::number(uint32_t value) {
   if (used_ > kBufferSize - kNumWriteRoom) finish();
   used_ += FEncodeNum(value, buffer_ + used_);
@@ -28,7 +22,7 @@ void TTokenWriter::finish() {
 void TTokenWriter::literalRun(const uint8_t* bytes, int32_t n) {
   for (int32_t done = 0; done < n;) {
     const int32_t piece = std::min(n - done, kTokenMaxLength);
-    number(tokenHead(piece, kTokenLiteral));
+    number(head(piece, kTokenLiteral));
     if (piece <= kBufferSize - used_) {
       std::memcpy(buffer_ + used_, bytes + done, piece);
       used_ += piece;
@@ -40,14 +34,10 @@ void TTokenWriter::literalRun(const uint8_t* bytes, int32_t n) {
   }
 }
 
-void TTokenWriter::selfCopy(int32_t n, int32_t d) { copy(n, d, kTokenSelfCopy); }
-
-void TTokenWriter::refCopy(int32_t n, int32_t d) { copy(n, d, kTokenRefCopy); }
-
-void TTokenWriter::copy(int32_t n, int32_t d, uint32_t kind) {
+void TTokenWriter::copyPieces(int32_t n, int32_t d, uint32_t kind) {
   for (int32_t done = 0; done < n;) {
     const int32_t piece = std::min(n - done, kTokenMaxLength);
-    number(tokenHead(piece, kind));
+    number(head(piece, kind));
     number(FDiffNum(static_cast<uint32_t>(d), 0));
     done += piece;
   }
