@@ -38,7 +38,6 @@ TGapHelper::TGapHelper(const uint8_t* target, int32_t seedFrom, int32_t start, i
       seedFrom_(seedFrom),
       start_(start),
       to_(to),
-      copies_(int64_t{(to - start) / kGapHashed + 1} * 3 * static_cast<int64_t>(sizeof(int32_t))),
       reached_(start),
       thread_(this) {}
 
@@ -53,6 +52,7 @@ void TGapHelper::run() {
     }
   } notice{*this};
   TQuietProgress quiet;
+  blocks_.reserve((to_ - start_) / kGapHashed / kBlockCopies + 1);
   TGapChains table(target_);
   table.fillEmpty(seedFrom_, start_, [this] { thread_.poll(); });
   Recorder recorder(*this);
@@ -61,6 +61,8 @@ void TGapHelper::run() {
 }
 
 void TGapHelper::record(int32_t pos, int32_t len, int32_t distance) {
+  if (recorded_ % kBlockCopies == 0)
+    blocks_.add(new LLargeBlock(int64_t{kBlockCopies} * 3 * static_cast<int64_t>(sizeof(int32_t))));
   int32_t* copy = copyAt(recorded_);
   copy[0] = pos;
   copy[1] = len;

@@ -10,6 +10,7 @@
 #include <cstdint>
 
 #include "lib/large_block.h"
+#include "lib/larr.h"
 #include "lib/task_pool.h"
 #include "lib/thread.h"
 #include "store/side_thread.h"
@@ -64,8 +65,15 @@ class TGapHelper : public LTask {
 
  private:
   class Recorder;
+  // Copies per block of the record: blocks never move once written, so the
+  // encoder reads them while the helper adds more. A block of 3 MB is taken
+  // in large pages; one for every copy the gap could hold would be too much
+  // room to ask of a 32-bit system for a long file.
+  static const int32_t kBlockCopies = 1 << 18;
 
-  int32_t* copyAt(int32_t i) const { return static_cast<int32_t*>(copies_.data()) + i * 3; }
+  int32_t* copyAt(int32_t i) const {
+    return static_cast<int32_t*>(blocks_[i / kBlockCopies]->data()) + (i % kBlockCopies) * 3;
+  }
   void record(int32_t pos, int32_t len, int32_t distance);
   // Waits for the end of the helper's thread; throws what the helper threw.
   void takeEnd();
@@ -77,10 +85,9 @@ class TGapHelper : public LTask {
   const int32_t seedFrom_;
   const int32_t start_;
   const int32_t to_;
-  // pos, len, distance of each copy, in order, with room for as many copies
-  // as the gap can hold: the record never moves, so the encoder reads it
-  // while the helper adds more.
-  LLargeBlock copies_;
+  // pos, len, distance of each copy, in order; the block list is reserved
+  // whole at the start, so that adding a block never moves it.
+  LArrOf<LLargeBlock*, LDelete<LLargeBlock*>> blocks_;
   int32_t recorded_ = 0;
   std::atomic<int32_t> published_{0};
   std::atomic<int32_t> reached_;

@@ -1,8 +1,9 @@
 // A long gap parsed on two threads gives the tokens of one thread, wherever
 // the two parses meet: on text, on bytes with hardly a repeat, on many short
 // repeats, on one copy that runs past the helper's start, on a first half
-// the encoder's thread is through long before the helper, and in a gap that
-// begins inside the target.
+// the encoder's thread is through long before the helper, in a gap that
+// begins inside the target, and with more copies than a block of the
+// helper's record holds.
 #include <gtest/gtest.h>
 
 #include <random>
@@ -45,6 +46,14 @@ TEST(GapSplit, TokensDoNotDependOnTheSecondThread) {
       ExpectSameOnTwoThreads(target, 0);
       ExpectSameOnTwoThreads(target, static_cast<int32_t>(target.size() / 3));
     }
+}
+
+TEST(GapSplit, CopiesPastTheHelpersFirstBlockOfRecordsComeInOrder) {
+  TCodecThreadBudget budget(2);
+  std::mt19937 rng(8);
+  // Copies of seven or eight bytes on average: over 300 000 of them in the
+  // helper's half, more than its first block of 262 144.
+  ExpectSameOnTwoThreads(RandomBytes(rng, 5000000, /*alphabet=*/4), 0);
 }
 
 }  // namespace

@@ -16,54 +16,68 @@
 
 namespace {
 
+// Tokens written, beside what Describe must make of them.
+class Transcript {
+ public:
+  Transcript() : out_(written_), writer_(out_) {}
+
+  void literal(const Bytes& text, size_t at, int32_t n) {
+    writer_.literal(U8(text) + at, n);
+    if (n > 0) expect("L" + std::to_string(n) + ":" + text.substr(at, n));
+  }
+  void selfCopy(int32_t n, int32_t d) {
+    writer_.selfCopy(n, d);
+    expect("S" + std::to_string(n) + "@" + std::to_string(d));
+  }
+  void refCopy(int32_t n, int32_t d) {
+    writer_.refCopy(n, d);
+    expect("R" + std::to_string(n) + "@" + std::to_string(d));
+  }
+  TTokenWriter& writer() { return writer_; }
+  void expect(const std::string& token) { expected_ += (expected_.empty() ? "" : " ") + token; }
+  void check() {
+    writer_.finish();
+    EXPECT_EQ(expected_, Describe(Bytes(written_.ptr, written_.length)));
+  }
+
+ private:
+  LStr written_;
+  LMemOutStream out_;
+  TTokenWriter writer_;
+  std::string expected_;
+};
+
 TEST(TokenWriter, BufferedTokensComeOutInOrderAcrossTheBuffersEnd) {
   std::mt19937 rng(11);
   const Bytes text = RandomBytes(rng, 50000, /*alphabet=*/26);
-  LStr written;
-  LMemOutStream out(written);
-  TTokenWriter writer(out);
-  std::string expected;
+  Transcript tokens;
   size_t at = 0;
   for (int32_t n : {1, 8180, 5, 8192, 20000, 0, 3, 8191}) {
-    writer.literal(U8(text) + at, n);
-    if (n > 0)
-      expected +=
-          (expected.empty() ? "" : " ") + ("L" + std::to_string(n) + ":") + text.substr(at, n);
+    tokens.literal(text, at, n);
     at += n;
-    writer.selfCopy(100000 + n, -n);
-    writer.refCopy(7, n);
-    expected +=
-        " S" + std::to_string(100000 + n) + "@" + std::to_string(-n) + " R7@" + std::to_string(n);
+    tokens.selfCopy(100000 + n, -n);
+    tokens.refCopy(7, n);
   }
-  writer.finish();
-  EXPECT_EQ(expected, Describe(Bytes(written.ptr, written.length)));
+  tokens.check();
 }
 
 TEST(TokenWriter, ShortTokensMeetTheBuffersEndAtEveryOffset) {
   std::mt19937 rng(12);
   const Bytes text = RandomBytes(rng, 40000, /*alphabet=*/26);
-  LStr written;
-  LMemOutStream out(written);
-  TTokenWriter writer(out);
-  std::string expected;
+  Transcript tokens;
   size_t at = 0;
   for (int32_t i = 0; i < 3000; i++) {
     // Up to one past the longest literal written in place.
     const int32_t n = i % 18;
-    writer.literal(U8(text) + at, n);
-    if (n > 0) expected += " L" + std::to_string(n) + ":" + text.substr(at, n);
+    tokens.literal(text, at, n);
     at += n;
-    const int32_t length = 6 + i % 50;
-    const int32_t distance = (i % 3 == 0 ? -1 : 1) * (i * 7919 % 300000);
-    writer.selfCopy(length, distance);
-    expected += " S" + std::to_string(length) + "@" + std::to_string(distance);
+    tokens.selfCopy(6 + i % 50, (i % 3 == 0 ? -1 : 1) * (i * 7919 % 300000));
   }
   // A copy longer than a token holds goes in pieces with one distance.
-  writer.selfCopy(INT32_MAX, 9);
-  expected += " S" + std::to_string(kTokenMaxLength) + "@9 S" + std::to_string(kTokenMaxLength) +
-              "@9 S1@9";
-  writer.finish();
-  EXPECT_EQ(expected.substr(1), Describe(Bytes(written.ptr, written.length)));
+  tokens.writer().selfCopy(INT32_MAX, 9);
+  const std::string piece = "S" + std::to_string(kTokenMaxLength) + "@9";
+  tokens.expect(piece + " " + piece + " S1@9");
+  tokens.check();
 }
 
 }  // namespace
