@@ -187,10 +187,10 @@ const int64_t kSysLargeBlock = int64_t{4} << 20;
 // costs a few page faults instead of thousands. Only a hint.
 void SysAdviseLargeBlock(void* block, int64_t size);
 // A zeroed block of at least `size` bytes, from the system rather than the
-// heap, starting on a large page and in large pages where the system has
-// them; null when it has none. Unlike a hinted heap block, which starts
-// anywhere, every page of it can be a large one. Only SysFreeLargeBlock,
-// given the same size, frees it.
+// heap, starting on a page; where the system has large pages (Linux) it
+// starts on one and asks for them. Unlike a hinted heap block, which starts
+// anywhere, every page of it can then be a large one. Null when the system
+// has no memory. Only SysFreeLargeBlock, given the same size, frees it.
 void* SysTakeLargeBlock(int64_t size);
 void SysFreeLargeBlock(void* block, int64_t size);
 

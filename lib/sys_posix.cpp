@@ -1069,9 +1069,10 @@ void* SysTakeLargeBlock(int64_t size) {
   if (mapped == MAP_FAILED) return nullptr;
   const uintptr_t start = reinterpret_cast<uintptr_t>(mapped);
   const uintptr_t aligned = (start + kLargePage - 1) & ~(kLargePage - 1);
+  // What lies before the first large page and after the last goes back;
+  // the two together are one large page long.
   if (aligned > start) munmap(mapped, aligned - start);
-  const uintptr_t tail = start + bytes + kLargePage - (aligned + bytes);
-  if (tail > 0) munmap(reinterpret_cast<void*>(aligned + bytes), tail);
+  munmap(reinterpret_cast<void*>(aligned + bytes), start + kLargePage - aligned);
   madvise(reinterpret_cast<void*>(aligned), bytes, MADV_HUGEPAGE);
   return reinterpret_cast<void*>(aligned);
 }
