@@ -88,8 +88,12 @@ class TGapHelper : public LTask {
   // pos, len, distance of each copy, in order; the block list is reserved
   // whole at the start, so that adding a block never moves it.
   LArrOf<LLargeBlock*, LDelete<LLargeBlock*>> blocks_;
-  int32_t recorded_ = 0;
-  std::atomic<int32_t> published_{0};
+  // The helper writes its count at every copy, and the encoder reads where
+  // the helper stands at every probe of its own parse: on one cache line the
+  // two threads took the line from each other at each copy, which made the
+  // encoding of a 12 MB text 4% slower. Each has a line of its own.
+  alignas(64) int32_t recorded_ = 0;
+  alignas(64) std::atomic<int32_t> published_{0};
   std::atomic<int32_t> reached_;
   std::atomic<bool> ended_{false};
   LEvent progressed_;
