@@ -65,6 +65,12 @@ void LTaskPool::submit(LTask* task) {
 LTask* LTaskPool::take() {
   SysEnterLock(lock_);
   LTask* task = next_ < queue_.count ? queue_[next_++] : nullptr;
+  // A pool kept for the life of a thread is given tasks without end: the
+  // queue forgets those taken once it is empty.
+  if (next_ > 0 && next_ == queue_.count) {
+    queue_.removeRange(0, next_);
+    next_ = 0;
+  }
   SysLeaveLock(lock_);
   return task;
 }

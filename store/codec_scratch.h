@@ -6,10 +6,19 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 #include "lib/lstr.h"
+#include "lib/task_pool.h"
 #include "store/gap_chains.h"
 #include "store/version_io.h"
+
+class TCodecScratch;
+// The scratch of the calling thread, made at its first use.
+TCodecScratch& FCodecScratch();
+// Frees the calling thread's scratch, ending its side thread: every thread
+// but the main one calls it before it ends.
+void FFreeCodecScratch();
 
 class TCodecScratch {
  public:
@@ -32,16 +41,19 @@ class TCodecScratch {
     block_.truncate(0);
     return block_;
   }
+  // The one thread that runs this thread's side tasks, started at the first
+  // and kept for the next; it frees its own scratch when it ends.
+  LTaskPool& sideThread() {
+    if (side_ == nullptr) side_.reset(new LTaskPool(1, FFreeCodecScratch));
+    return *side_;
+  }
 
  private:
   TGapChains gapChains_;
   THeldBuf raw_;
   TDeltaForm delta_;
   LStr block_;
+  // Last, so that the side thread has ended before the rest goes.
+  std::unique_ptr<LTaskPool> side_;
 };
 
-// The scratch of the calling thread, made at its first use.
-TCodecScratch& FCodecScratch();
-// Frees the calling thread's scratch: every thread but the main one calls it
-// before it ends.
-void FFreeCodecScratch();

@@ -1,5 +1,6 @@
 #include "store/gap_helper.h"
 
+#include "store/codec_scratch.h"
 #include "store/gap_parse.h"
 #include "store/progress.h"
 #include "store/progress_ticker.h"
@@ -53,7 +54,8 @@ void TGapHelper::run() {
   } notice{*this};
   TQuietProgress quiet;
   blocks_.reserve((to_ - start_) / kGapHashed / kBlockCopies + 1);
-  TGapChains table(target_);
+  // The side thread's own table, kept from one helper to the next.
+  TGapChains& table = FCodecScratch().gapChains(target_);
   table.fillEmpty(seedFrom_, start_, [this] { thread_.poll(); });
   Recorder recorder(*this);
   FParseGap(target_, start_, to_, table, recorder);

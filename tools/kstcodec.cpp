@@ -26,6 +26,7 @@
 #include "store/codec_settings.h"
 #include "store/held_buf.h"
 #include "store/pack_bytes.h"
+#include "store/side_thread.h"
 #include "store/version_encoder.h"
 #include "store/version_expand.h"
 
@@ -61,6 +62,7 @@ void writeOut(const void* bytes, size_t size) {
 
 // The held form of a file, in a buffer the encoder can take.
 void heldOfFile(const char* path, THeldBuf& held) {
+  FStartSideThread();
   LStr raw;
   readFile(path, raw);
   held.prepare(raw.length + 64);
