@@ -5,6 +5,21 @@
 #include "lib/alloc.h"
 #include "lib/fail.h"
 
+namespace {
+
+// The LF bytes among n bytes (none when n is not positive).
+int32_t lfCount(const char* bytes, int32_t n) {
+  if (n <= 0) return 0;
+  int32_t count = 0;
+  const char* const end = bytes + n;
+  for (const char* at = bytes;
+       (at = static_cast<const char*>(std::memchr(at, '\n', end - at))) != nullptr; at++)
+    count++;
+  return count;
+}
+
+}  // namespace
+
 LSrmBase::LSrmBase(LStream* inner)
     : stream(inner),
       buf(static_cast<char*>(FAlloc(bufSize + 2))),
@@ -92,7 +107,7 @@ int32_t LSrmBase::writeBuffered(const char* src, int32_t n) {
     flags |= kDirty;
     if (done == n) return n;
     if (take == 0 && ++stalls == 2) return done;
-    if (n - done >= bufSize && line == 0 && stream != nullptr)
+    if (n - done >= bufSize && stream != nullptr && (line == 0 || !(flags & kWideText)))
       return done + writeDirect(src + done, n - done);
     flushBuffer(/*keep=*/true);
   }
@@ -100,11 +115,16 @@ int32_t LSrmBase::writeBuffered(const char* src, int32_t n) {
 
 int32_t LSrmBase::writeDirect(const char* src, int32_t n) {
   // Through the buffer, a block went to the update file in writes of a
-  // thousand bytes each. The buffer goes out first, all of it: bytes past
-  // the cursor are then behind the write and overwritten in place.
+  // thousand bytes each: 39 000 system calls for a first add of 8 000 files.
+  // The buffer goes out first, all of it: bytes past the cursor are then
+  // behind the write and overwritten in place. The lines of what goes out
+  // here are counted as it goes, so that a stream that counts lines, as a
+  // file written from its start does until its first seek, takes this way
+  // too.
   flushBuffer(/*keep=*/false);
   if (valid != 0) return 0;  // the buffer did not go out
   int32_t written = writeAt(bufStart, src, n);
+  if (line != 0) line += lfCount(src, written);
   bufStart += written;
   return written;
 }
@@ -219,15 +239,11 @@ int32_t LSrmBase::peekSlow(int32_t size) {
 }
 
 int32_t LSrmBase::linesIn(int32_t first, int32_t end) const {
+  if (!(flags & kWideText)) return lfCount(buf + first, end - first);
+  // buf[end] is readable: the buffer ends in two NULs behind the valid bytes.
   int32_t count = 0;
-  if (flags & kWideText) {
-    // buf[end] is readable: the buffer ends in two NULs behind the valid bytes.
-    for (int32_t i = first; i < end; i++)
-      if (buf[i] == '\n' && buf[i + 1] == 0) count++;
-  } else {
-    for (int32_t i = first; i < end; i++)
-      if (buf[i] == '\n') count++;
-  }
+  for (int32_t i = first; i < end; i++)
+    if (buf[i] == '\n' && buf[i + 1] == 0) count++;
   return count;
 }
 

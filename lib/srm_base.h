@@ -117,7 +117,9 @@ class LSrmBase : public LStream {
   // cannot (it counts lines or holds bytes to write).
   bool readDirect(char* out, int32_t size, int32_t* done);
   // Writes a large request straight to the inner stream after the buffer,
-  // on a stream that counts no lines; returns the bytes written.
+  // on any stream but one that counts the lines of 16-bit text (an LF and
+  // its NUL are seen together only in the buffer); returns the bytes
+  // written.
   int32_t writeDirect(const char* src, int32_t n);
   // Writes n bytes at position, trying again once after a write that took
   // nothing; returns what went out (a stall fails the stream when it is

@@ -375,6 +375,33 @@ TEST(LSrm, ALargeWriteAfterASeekPassesTheBufferAndOverwritesInPlace) {
   EXPECT_EQ(inner.data, before.substr(0, 100) + "01234" + big + "zz" + before.substr(5107));
 }
 
+// A file written from its start counts lines until its first seek; a large
+// write passes the buffer all the same, and the count takes in its lines.
+// In 16-bit text an LF byte is a line end only with the NUL after it.
+TEST(LSrm, ALargeWriteOnAStreamThatCountsLinesPassesTheBuffer) {
+  std::string big;
+  for (int i = 0; i < 5000; i++) big += i % 10 == 9 ? '\n' : static_cast<char>('a' + i % 26);
+  OverwriteStream inner;
+  {
+    LSrm srm(&inner);
+    srm.write("a\nb", 3);
+    EXPECT_EQ(srm.write(big.data(), static_cast<int32_t>(big.size())), 5000);
+    srm.write("\nc", 2);
+    EXPECT_EQ(srm.lineNumber(), 1 + 1 + 500 + 1);
+  }
+  EXPECT_LE(inner.writes, 3);
+  EXPECT_EQ(inner.data, "a\nb" + big + "\nc");
+
+  std::string wide;
+  for (int i = 0; i < 2500; i++) wide += "\x0A\x30";  // U+300A: an LF byte, no line end
+  wide += std::string("\n\0", 2);
+  OverwriteStream wideInner;
+  LSrm srm(&wideInner);
+  srm.setWideText(true);
+  EXPECT_EQ(srm.write(wide.data(), static_cast<int32_t>(wide.size())), 5002);
+  EXPECT_EQ(srm.lineNumber(), 2);
+}
+
 TEST(LSrm, AStalledWriteIsReportedOrFatal) {
   ProbeStream refusing;
   refusing.refuseWrites = true;
