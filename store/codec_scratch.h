@@ -1,8 +1,8 @@
 // The tables and buffers that the codec of one thread keeps from one file to
-// the next. Sized by the largest file the thread has seen, never given back
-// until the thread ends: a first add of many small files spent a quarter of
-// its time in page faults and in clearing tables that each file allocated
-// afresh.
+// the next, and the thread that runs its side tasks. Sized by the largest
+// file the thread has seen, never given back until the thread ends: a first
+// add of many small files spent a quarter of its time in page faults and in
+// clearing tables that each file allocated afresh.
 #pragma once
 
 #include <cstdint>

@@ -6,9 +6,9 @@
 //
 // The other thread is the side thread of the calling thread's codec
 // scratch, kept asleep between tasks: a thread started afresh for each
-// helper began up to 5 ms later on an idle processor, once in two helpers
-// more than a millisecond, where a sleeping one wakes in a tenth of that.
-// A thread runs one side task at a time.
+// helper began up to 5 ms later on an idle processor, more than 1 ms late
+// in half of the encodings of a 12 MB text, where the sleeping one was
+// woken within 0.05 ms in most. A thread runs one side task at a time.
 #pragma once
 
 #include <atomic>
