@@ -1,5 +1,5 @@
-// TGapHelper: parses the second half of a long gap on a thread of its own
-// while the encoder's thread parses the first. It records its copies
+// TGapHelper: parses the second half of a long gap on the encoder's side
+// thread while the encoder's thread parses the first. It records its copies
 // instead of writing tokens and publishes them as it goes; the encoder, once
 // its own parse has passed the half, goes on until the two parses meet at a
 // position and then writes the helper's copies from there while the helper
@@ -19,7 +19,8 @@ class TGapHelper : public LTask {
  public:
   // Parses target[start, to) of a table that, before `start`, was given
   // every position from `seedFrom` on, as the encoder's table is. The
-  // target must outlive the helper. The thread starts at once.
+  // target must outlive the helper. It starts at once, on the calling
+  // thread's side thread.
   TGapHelper(const uint8_t* target, int32_t seedFrom, int32_t start, int32_t to);
   TGapHelper(const TGapHelper&) = delete;
   TGapHelper& operator=(const TGapHelper&) = delete;

@@ -1,7 +1,7 @@
 // TPackHelper: scans the second half of a long input for the self
-// compression on a thread of its own while the packer's thread scans the
-// first. It records its copies; the packer, once its own scan has passed
-// the half, goes on until it makes a copy that ends where one of the
+// compression on the packer's side thread while the packer's thread scans
+// the first. It records its copies; the packer, once its own scan has
+// passed the half, goes on until it makes a copy that ends where one of the
 // helper's does, and from there writes the helper's copies.
 #pragma once
 
@@ -15,7 +15,8 @@
 class TPackHelper : public LTask {
  public:
   // Scans bytes[start, length) as if the literal run began at `start`. The
-  // bytes must outlive the helper. The thread starts at once.
+  // bytes must outlive the helper. It starts at once, on the calling
+  // thread's side thread.
   TPackHelper(const uint8_t* bytes, int32_t length, int32_t start);
   TPackHelper(const TPackHelper&) = delete;
   TPackHelper& operator=(const TPackHelper&) = delete;
